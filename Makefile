@@ -1,0 +1,49 @@
+# Nimbrel: the two commands a new machine needs are `make run` and `make test`.
+PRESET_DIR := build/default
+FUZZ_SECONDS ?= 60
+JOBS ?= $(shell nproc)
+
+.PHONY: all deps configure build test run bench test-asan test-tsan fuzz format clean
+
+all: build
+
+deps:
+	@./tools/install-deps.sh
+
+configure: deps
+	@cmake --preset default >/dev/null
+
+build: configure
+	@cmake --build --preset default -j $(JOBS)
+
+test: build
+	@ctest --preset default -j $(JOBS)
+
+run: build
+	@./tools/run-headless-demo.sh
+
+bench: configure
+	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench
+	@$(PRESET_DIR)/bench/nimbrel_bench
+	@./bench/plist_vs_python.sh
+
+test-asan: deps
+	@cmake --preset asan >/dev/null
+	@cmake --build --preset asan -j $(JOBS)
+	@ctest --preset asan -j $(JOBS)
+
+test-tsan: deps
+	@cmake --preset tsan >/dev/null
+	@cmake --build --preset tsan -j $(JOBS)
+	@ctest --preset tsan -j $(JOBS)
+
+fuzz: deps
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+	@./fuzz/run.sh build/fuzz $(FUZZ_SECONDS)
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	@rm -rf build

@@ -1,0 +1,7 @@
+#include "platform/foundation/Date.h"
+
+#include "platform/foundation/RunLoop.h"
+
+Date Date::now() {
+  return Date{RunLoop::current().now()};
+}

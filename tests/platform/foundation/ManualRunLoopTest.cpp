@@ -1,0 +1,111 @@
+#include "platform/foundation/ManualRunLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/foundation/Date.h"
+#include "platform/foundation/DispatchGroup.h"
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/NSTimer.h"
+
+namespace {
+
+class ManualRunLoopTest : public ::testing::Test {
+ protected:
+  ManualRunLoop loop{100.0};
+  std::vector<std::string> log;
+};
+
+TEST_F(ManualRunLoopTest, AsyncNeverRunsInsideTheCallerAndKeepsFifoOrder) {
+  DispatchQueue::main().async([&] {
+    log.push_back("a");
+    DispatchQueue::main().async([&] { log.push_back("c"); });
+  });
+  DispatchQueue::main().async([&] { log.push_back("b"); });
+  EXPECT_TRUE(log.empty());
+  loop.runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"a", "b", "c"}));
+}
+
+TEST_F(ManualRunLoopTest, DelayedBlocksRunAtTheirVirtualMomentInDueOrder) {
+  DispatchQueue::main().asyncAfter(3.0, [&] { log.push_back("3.0@" + std::to_string(Date::now().timeIntervalSinceReferenceDate)); });
+  DispatchQueue::main().asyncAfter(0.5, [&] {
+    log.push_back("0.5");
+    DispatchQueue::main().asyncAfter(2.0, [&] { log.push_back("2.5"); });
+  });
+  loop.advance(2.4);
+  EXPECT_EQ(log, (std::vector<std::string>{"0.5"}));
+  EXPECT_DOUBLE_EQ(loop.now(), 102.4);
+  loop.advance(0.6);
+  ASSERT_EQ(log.size(), 3u);
+  EXPECT_EQ(log[1], "2.5");
+  EXPECT_EQ(log[2], "3.0@" + std::to_string(103.0));
+}
+
+TEST_F(ManualRunLoopTest, BackgroundWorkWaitsUntilPumpedInTheChosenOrder) {
+  DispatchQueue::global(QualityOfService::userInteractive).async([&] {
+    EXPECT_FALSE(loop.isMainThread());
+    log.push_back("first");
+  });
+  DispatchQueue::global(QualityOfService::background).async([&] { log.push_back("second"); });
+  loop.runMainUntilIdle();
+  EXPECT_TRUE(log.empty());
+  ASSERT_EQ(loop.pendingBackgroundCount(), 2u);
+  EXPECT_EQ(loop.backgroundQos(1), QualityOfService::background);
+  loop.runBackgroundTask(1);
+  loop.runBackgroundTask(0);
+  EXPECT_EQ(log, (std::vector<std::string>{"second", "first"}));
+  EXPECT_TRUE(loop.isMainThread());
+}
+
+TEST_F(ManualRunLoopTest, GroupNotifiesOnceAllWorkHasLeft) {
+  DispatchGroup group;
+  group.enter();
+  group.enter();
+  group.notify(DispatchQueue::main(), [&] { log.push_back("done"); });
+  group.leave();
+  loop.runUntilIdle();
+  EXPECT_TRUE(log.empty());
+  group.leave();
+  EXPECT_TRUE(log.empty()) << "the notification is one turn later";
+  loop.runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"done"}));
+}
+
+TEST_F(ManualRunLoopTest, UnbalancedGroupLeaveEndsTheProcess) {
+  EXPECT_DEATH(
+      {
+        DispatchGroup group;
+        group.leave();
+      },
+      "Fatal error: Unbalanced call to dispatch_group_leave\\(\\)");
+}
+
+TEST_F(ManualRunLoopTest, RepeatingTimerKeepsItsScheduleUntilInvalidated) {
+  int fired = 0;
+  auto timer = NSTimer::scheduledTimerWithTimeInterval(1.0, true, [&](NSTimer& t) {
+    ++fired;
+    if (fired == 3) t.invalidate();
+  });
+  loop.advance(10);
+  EXPECT_EQ(fired, 3);
+  EXPECT_FALSE(timer->isValid());
+}
+
+TEST_F(ManualRunLoopTest, OneShotTimerFiresOnceAndCanBeCancelled) {
+  int fired = 0;
+  auto once = NSTimer::scheduledTimerWithTimeInterval(1.55, false, [&](NSTimer&) { ++fired; });
+  auto cancelled = NSTimer::scheduledTimerWithTimeInterval(1.0, false, [&](NSTimer&) { fired += 100; });
+  cancelled->invalidate();
+  loop.advance(1.54);
+  EXPECT_EQ(fired, 0);
+  loop.advance(0.02);
+  EXPECT_EQ(fired, 1);
+  EXPECT_FALSE(once->isValid());
+  loop.advance(5);
+  EXPECT_EQ(fired, 1);
+}
+
+}  // namespace
