@@ -1,0 +1,143 @@
+#include "app/core/BasicMethod.h"
+
+#include <unordered_set>
+
+#include "app/core/AppData.h"
+#include "app/core/Constant.h"
+#include "platform/foundation/FatalError.h"
+#include "platform/foundation/PropertyListDecoder.h"
+#include "platform/foundation/PropertyListEncoder.h"
+#include "platform/libs/SVProgressHUD.h"
+
+namespace nimbrel {
+
+namespace {
+
+constexpr int kRecentDecodeFailureLine = 225;
+constexpr int kFavouriteDecodeFailureLine = 257;
+
+void save(const std::vector<File>& files, const char* key) {
+  auto bytes = encodeFiles(files);
+  if (!bytes) return;
+  auto& defaults = Constant::userDefaults();
+  defaults.setObject(PlistValue(std::move(*bytes)), key);
+  defaults.synchronize();
+}
+
+std::optional<std::vector<File>> load(const char* key, int failureLine) {
+  auto bytes = Constant::userDefaults().dataForKey(key);
+  if (!bytes) return std::nullopt;
+  auto decoded = decodeFiles(*bytes);
+  if (auto* error = std::get_if<DecodingError>(&decoded)) {
+    fatalError(error->localizedDescription(), "Nimbrel/BasicMethod", failureLine);
+  }
+  return std::get<std::vector<File>>(std::move(decoded));
+}
+
+}  // namespace
+
+std::optional<Data> encodeFiles(const std::vector<File>& files) {
+  PlistValue::Array array;
+  array.reserve(files.size());
+  for (const auto& f : files) array.push_back(f.encode());
+  auto bytes = PropertyListEncoder().encode(PlistValue(std::move(array)));
+  if (!bytes) return std::nullopt;
+  return std::move(bytes).value();
+}
+
+std::variant<std::vector<File>, DecodingError> decodeFiles(const Data& bytes) {
+  auto root = PropertyListDecoder().decode(bytes);
+  if (!root) {
+    return DecodingError{DecodingError::Kind::dataCorrupted,
+                         "The given data was not a valid property list. (" + root.error() + ")"};
+  }
+  if (!root->isArray()) {
+    return DecodingError{DecodingError::Kind::typeMismatch,
+                         std::string("Expected to decode Array<Any> but found ") +
+                             plistTypeName(root->type()) + " instead."};
+  }
+  std::vector<File> files;
+  files.reserve(root->array().size());
+  for (const auto& element : root->array()) {
+    auto file = File::decode(element);
+    if (auto* error = std::get_if<DecodingError>(&file)) return *error;
+    files.push_back(std::get<File>(std::move(file)));
+  }
+  return files;
+}
+
+void saveRecentFiles(const std::vector<File>& files) { save(files, kRecentFilesKey); }
+void saveFavouriteFiles(const std::vector<File>& files) { save(files, kFavFilesKey); }
+
+std::optional<std::vector<File>> loadRecentFiles() {
+  return load(kRecentFilesKey, kRecentDecodeFailureLine);
+}
+
+std::optional<std::vector<File>> loadFavouriteFiles() {
+  return load(kFavFilesKey, kFavouriteDecodeFailureLine);
+}
+
+std::vector<File> foldFiles(const std::vector<File>& files) {
+  std::unordered_set<std::string_view> seen;
+  seen.reserve(files.size());
+  std::vector<File> kept;
+  kept.reserve(files.size());
+  for (const auto& f : files) {
+    if (seen.insert(f.url.absoluteString()).second) kept.push_back(f);
+  }
+  return kept;
+}
+
+void refreshRecentFiles() {
+  auto read = loadRecentFiles();
+  if (!read) return;
+  auto data = AppData::shared();
+  data->recentFiles = std::move(*read);
+  data->recentFiles = foldFiles(data->recentFiles);
+}
+
+void refreshFavouriteFiles() {
+  auto read = loadFavouriteFiles();
+  if (!read) return;
+  auto data = AppData::shared();
+  data->FavouriteFiles = std::move(*read);
+  data->FavouriteFiles = foldFiles(data->FavouriteFiles);
+}
+
+void addRecentFile(const URL& url, FileType kind) {
+  auto data = AppData::shared();
+  data->recentFiles.insert(data->recentFiles.begin(), File{url, Date::now(), kind});
+  saveRecentFiles(data->recentFiles);
+}
+
+void addFavouriteFiles(const std::vector<std::pair<std::string, FileType>>& items) {
+  // The write and the message follow the last selected item; with none there is neither.
+  if (items.empty()) return;
+  auto data = AppData::shared();
+  for (const auto& [address, kind] : items) {
+    auto url = URL::withString(address);
+    if (!url) continue;
+    data->FavouriteFiles.push_back(File{*url, Date::now(), kind});
+  }
+  saveFavouriteFiles(data->FavouriteFiles);
+  SVProgressHUD::showSuccessWithStatus("Mark as Favourite....");
+}
+
+void addFavouriteFiles(const std::vector<std::string>& addresses, FileType kind) {
+  std::vector<std::pair<std::string, FileType>> items;
+  items.reserve(addresses.size());
+  for (const auto& a : addresses) items.emplace_back(a, kind);
+  addFavouriteFiles(items);
+}
+
+std::vector<File> filesExcluding(const std::vector<File>& files, const std::vector<URL>& urls) {
+  std::unordered_set<std::string_view> gone;
+  for (const auto& u : urls) gone.insert(u.absoluteString());
+  std::vector<File> kept;
+  for (const auto& f : files) {
+    if (!gone.count(f.url.absoluteString())) kept.push_back(f);
+  }
+  return kept;
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,24 @@
+#include "app/storyboard/MainStoryboard.h"
+
+#include "app/storyboard/HomeScene.h"
+#include "app/storyboard/NativeAdNib.h"
+#include "app/storyboard/SplashScene.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIStoryboard.h"
+
+namespace nimbrel {
+
+void registerMainStoryboard() {
+  UIStoryboard::registerScene("Main", "SplashVC", makeSplashScene);
+  UIStoryboard::registerScene("Main", "HomeViewController", makeHomeScene);
+  // The screens draw their own headers, so the navigation bar is hidden from the start.
+  UIStoryboard::setInitialScene("Main", [] {
+    auto splash = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("SplashVC");
+    auto nav = UINavigationController::withRoot(splash);
+    nav->setNavigationBarHidden(true, false);
+    return std::static_pointer_cast<UIViewController>(nav);
+  });
+  registerNativeAdNib();
+}
+
+}  // namespace nimbrel

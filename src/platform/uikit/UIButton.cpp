@@ -1,0 +1,55 @@
+#include "platform/uikit/UIButton.h"
+
+namespace {
+template <class Map>
+auto lookup(const Map& map, UIControlState state) -> typename Map::mapped_type {
+  if (auto it = map.find(static_cast<unsigned>(state)); it != map.end()) return it->second;
+  if (auto it = map.find(0u); it != map.end()) return it->second;
+  return {};
+}
+}  // namespace
+
+void UIButton::setTitle(std::optional<std::string> title, UIControlState state) {
+  titles_[static_cast<unsigned>(state)] = std::move(title);
+  didChange();
+}
+
+std::optional<std::string> UIButton::titleForState(UIControlState state) const {
+  return lookup(titles_, state);
+}
+
+std::optional<std::string> UIButton::currentTitle() const {
+  return titleForState(currentState());
+}
+
+void UIButton::setImage(std::optional<UIImage> image, UIControlState state) {
+  images_[static_cast<unsigned>(state)] = std::move(image);
+  didChange();
+}
+
+std::optional<UIImage> UIButton::imageForState(UIControlState state) const {
+  return lookup(images_, state);
+}
+
+std::optional<UIImage> UIButton::currentImage() const {
+  return imageForState(currentState());
+}
+
+void UIButton::setTitleColor(UIColor color, UIControlState state) {
+  titleColors_[static_cast<unsigned>(state)] = color;
+  didChange();
+}
+
+std::optional<UIColor> UIButton::currentTitleColor() const {
+  if (auto it = titleColors_.find(static_cast<unsigned>(currentState())); it != titleColors_.end()) {
+    return it->second;
+  }
+  if (auto it = titleColors_.find(0u); it != titleColors_.end()) return it->second;
+  return std::nullopt;
+}
+
+UIControlState UIButton::currentState() const {
+  if (!isEnabled()) return UIControlState::disabled;
+  if (isSelected()) return UIControlState::selected;
+  return UIControlState::normal;
+}
