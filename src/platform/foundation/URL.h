@@ -1,6 +1,7 @@
 #pragma once
 
-#include <memory>
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,8 +37,26 @@ class URL {
   friend bool operator==(const URL& a, const URL& b) { return a.absolute_ == b.absolute_; }
 
  private:
-  explicit URL(std::string absolute) : absolute_(std::move(absolute)) {}
+  // Offsets into absolute_ of the parts of [scheme:][//authority]path[?query][#fragment], found
+  // once when the URL is made so that no accessor parses again.
+  struct Layout {
+    std::size_t schemeLength = 0;  // a scheme is never empty, so 0 means none
+    bool hasHost = false;
+    std::size_t hostBegin = 0, hostEnd = 0;  // without the brackets of an IP literal
+    std::size_t pathBegin = 0, pathEnd = 0;
+    std::size_t queryEnd = 0;  // == pathEnd when there is no query; '#' starts here otherwise
+  };
+
+  URL(std::string absolute, Layout layout) : absolute_(std::move(absolute)), layout_(layout) {}
+  static URL fileURLWithAbsolutePath(std::string absolute, bool isDirectory);
+  std::string_view rawPath() const;
+  // This URL with its (still encoded) path replaced; scheme, authority, query and fragment stay.
+  URL replacingRawPath(std::string_view path) const;
+  // No value for isDirectory: a file URL asks the file system.
+  URL appendingComponent(std::string_view component, std::optional<bool> isDirectory) const;
+
   std::string absolute_;
+  Layout layout_;
 };
 
 template <>
