@@ -2,6 +2,7 @@
 
 #include <uriparser/Uri.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -87,22 +88,26 @@ std::optional<URL> URL::withString(std::string_view text) {
   const char* errorPos = nullptr;
   if (uriParseSingleUriExA(&uri, first, afterLast, &errorPos) != URI_SUCCESS) return std::nullopt;
 
-  auto offset = [first](const char* p) { return static_cast<std::size_t>(p - first); };
+  // uriparser points empty parts at a static "" rather than into the text, so positions come from
+  // the delimiters, which a valid reference only holds at these places: ':' after the scheme, "//"
+  // before the authority, the first '/', '?' or '#' after it, the first '?' and the first '#'.
   Layout layout;
-  if (uri.scheme.first != nullptr) layout.schemeLength = offset(uri.scheme.afterLast);
+  if (uri.scheme.first != nullptr) layout.schemeLength = static_cast<std::size_t>(uri.scheme.afterLast - first);
   std::size_t cursor = layout.schemeLength == 0 ? 0 : layout.schemeLength + 1;
   if (uri.hostText.first != nullptr) {
     layout.hasHost = true;
-    layout.hostBegin = offset(uri.hostText.first);
-    layout.hostEnd = offset(uri.hostText.afterLast);
-    // The authority holds none of these, so the path starts at the first one past the host
-    // (skipping a closing bracket and a port).
-    cursor = text.find_first_of("/?#", layout.hostEnd);
-    if (cursor == std::string_view::npos) cursor = text.size();
+    cursor += 2;
+    if (uri.hostText.first == uri.hostText.afterLast) {
+      layout.hostBegin = layout.hostEnd = cursor;  // only its emptiness matters
+    } else {
+      layout.hostBegin = static_cast<std::size_t>(uri.hostText.first - first);
+      layout.hostEnd = static_cast<std::size_t>(uri.hostText.afterLast - first);
+    }
+    cursor = std::min(text.find_first_of("/?#", cursor), text.size());
   }
   layout.pathBegin = cursor;
-  layout.queryEnd = uri.fragment.first != nullptr ? offset(uri.fragment.first) - 1 : text.size();
-  layout.pathEnd = uri.query.first != nullptr ? offset(uri.query.first) - 1 : layout.queryEnd;
+  layout.queryEnd = std::min(text.find('#', cursor), text.size());
+  layout.pathEnd = std::min(text.find('?', cursor), layout.queryEnd);
   uriFreeUriMembersA(&uri);
   return URL(std::string(text), layout);
 }
