@@ -27,16 +27,17 @@ constexpr std::array<bool, 256> kPathAllowed = makePathAllowed();
 // the end of a scheme.
 void appendEncoded(std::string& out, std::string_view text, bool keepColon = true) {
   static constexpr char kHex[] = "0123456789ABCDEF";
-  for (char ch : text) {
-    auto c = static_cast<unsigned char>(ch);
-    if (kPathAllowed[c] && (keepColon || c != ':')) {
-      out.push_back(ch);
-    } else {
-      out.push_back('%');
-      out.push_back(kHex[c >> 4]);
-      out.push_back(kHex[c & 0xF]);
-    }
+  out.reserve(out.size() + text.size());
+  std::size_t run = 0;  // start of the pending run of characters kept as they are
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    auto c = static_cast<unsigned char>(text[i]);
+    if (kPathAllowed[c] && (keepColon || c != ':')) continue;
+    out.append(text, run, i - run);
+    const char escape[] = {'%', kHex[c >> 4], kHex[c & 0xF]};
+    out.append(escape, 3);
+    run = i + 1;
   }
+  out.append(text, run);
 }
 
 // Only ever applied to text that is known to hold well-formed escapes.
@@ -60,20 +61,24 @@ bool isExistingDirectory(const std::string& path) {
 
 // Joins a relative path to the working directory and folds runs of '/' into one.
 std::string absoluteFilePath(std::string_view path) {
-  std::string joined;
+  std::string out;
   if (path.empty() || path.front() != '/') {
     std::error_code ec;
     std::filesystem::path cwd = std::filesystem::current_path(ec);
     if (ec) fatalError("no working directory to resolve a relative path against: " + ec.message());
-    joined = cwd.string();
-    joined.push_back('/');
+    out = cwd.string();
+    if (out.empty() || out.back() != '/') out.push_back('/');
   }
-  joined.append(path);
-  std::string out;
-  out.reserve(joined.size());
-  for (char c : joined) {
-    if (c == '/' && !out.empty() && out.back() == '/') continue;
-    out.push_back(c);
+  out.reserve(out.size() + path.size());
+  while (!path.empty()) {
+    if (path.front() == '/' && !out.empty() && out.back() == '/') {
+      path.remove_prefix(1);
+      continue;
+    }
+    std::size_t next = path.find("//");
+    std::size_t take = next == std::string_view::npos ? path.size() : next + 1;
+    out.append(path.substr(0, take));
+    path.remove_prefix(take);
   }
   return out;
 }
@@ -184,10 +189,14 @@ std::string URL::lastPathComponent() const {
 }
 
 std::string URL::pathExtension() const {
-  std::string name = lastPathComponent();
+  std::string_view path = withoutTrailingSlashes(rawPath());
+  std::string_view name = path.substr(path.rfind('/') + 1);  // npos + 1 == 0
+  // Most names carry no escapes; a '.' can only be escaped in a parsed URL.
+  std::string decodedName;
+  if (name.find('%') != std::string_view::npos) name = decodedName = decoded(name);
   std::size_t dot = name.rfind('.');
-  if (dot == std::string::npos || dot == 0) return {};
-  return name.substr(dot + 1);
+  if (dot == std::string_view::npos || dot == 0) return {};
+  return std::string(name.substr(dot + 1));
 }
 
 URL URL::replacingRawPath(std::string_view path) const {

@@ -214,7 +214,10 @@ TEST_F(URLFileSystemTest, RelativePathsResolveAgainstTheWorkingDirectory) {
   fs::path cwd = fs::current_path();
   URL relative = URL::fileURLWithPath("a b/c.txt");
   URL here = URL::fileURLWithPath("");
+  fs::current_path("/");
+  URL fromRoot = URL::fileURLWithPath("x y", false);
   fs::current_path(previous);
+  EXPECT_EQ(fromRoot.absoluteString(), "file:///x%20y");
   EXPECT_EQ(relative.path(), (cwd / "a b/c.txt").string());
   EXPECT_EQ(here.path(), cwd.string());
   EXPECT_EQ(here.absoluteString().back(), '/');
