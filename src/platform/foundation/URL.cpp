@@ -224,9 +224,8 @@ URL URL::appendingComponent(std::string_view component, std::optional<bool> isDi
   std::string path(rawPath());
   bool bareReference = path.empty() && layout_.schemeLength == 0 && !layout_.hasHost;
   if (path.empty() ? layout_.hasHost : path.back() != '/') path.push_back('/');
-  if (!path.empty() && path.back() == '/') {
-    while (!component.empty() && component.front() == '/') component.remove_prefix(1);
-  }
+  // Leading slashes would double the separator or, on an empty path, read as an authority.
+  while (!component.empty() && component.front() == '/') component.remove_prefix(1);
   if (bareReference) {
     std::size_t slash = component.find('/');
     appendEncoded(path, component.substr(0, slash), false);

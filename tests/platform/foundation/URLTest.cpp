@@ -240,6 +240,8 @@ TEST(URLTest, AppendingPathComponents) {
       {"file:///no/such", "\xE6\x97\xA5.txt", "file:///no/such/%E6%97%A5.txt"},
       {"dir", "f", "dir/f"},
       {"?q", "a:b/c:d", "a%3Ab/c:d?q"},
+      {"?q", "//host", "host?q"},
+      {"mailto:", "//x", "mailto:x"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.base) + " + " + row.component);
