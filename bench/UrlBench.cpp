@@ -19,8 +19,8 @@ std::vector<std::string> recordPaths() {
   std::vector<std::string> paths;
   paths.reserve(kRecords);
   for (int i = 0; i < kRecords; ++i) {
-    paths.push_back("/home/a/Documents/Nimbrel/importedFiles/Caf\xC3\xA9 r\xC3\xA9sum\xC3\xA9 " + std::to_string(i) +
-                    "." + kExtensions[i % 5]);
+    paths.push_back("/home/a/Documents/Nimbrel/importedFiles/Caf\xC3\xA9 r\xC3\xA9sum\xC3\xA9 " +
+                    std::to_string(i) + "." + kExtensions[i % 5]);
   }
   return paths;
 }
@@ -38,11 +38,13 @@ void BM_FileURLNameAndExtension(benchmark::State& state, bool askFileSystem) {
   state.SetItemsProcessed(state.iterations() * kRecords);
 }
 BENCHMARK_CAPTURE(BM_FileURLNameAndExtension, stat, true)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_FileURLNameAndExtension, toldNotDirectory, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_FileURLNameAndExtension, toldNotDirectory, false)
+    ->Unit(benchmark::kMillisecond);
 
 void BM_ParseURLStrings(benchmark::State& state) {
   std::vector<std::string> texts;
-  for (const std::string& path : recordPaths()) texts.push_back(URL::fileURLWithPath(path, false).absoluteString());
+  for (const std::string& path : recordPaths())
+    texts.push_back(URL::fileURLWithPath(path, false).absoluteString());
   for (auto _ : state) {
     std::size_t total = 0;
     for (const std::string& text : texts) total += URL::withString(text)->absoluteString().size();
@@ -71,7 +73,9 @@ void BM_FormatByteCounts(benchmark::State& state) {
   for (auto _ : state) {
     std::size_t total = 0;
     for (std::int64_t i = 0; i < kRecords; ++i) {
-      total += NSByteCountFormatter::stringFromByteCount(i * 7'654'321, NSByteCountFormatterCountStyle::file).size();
+      total += NSByteCountFormatter::stringFromByteCount(i * 7'654'321,
+                                                         NSByteCountFormatterCountStyle::file)
+                   .size();
     }
     benchmark::DoNotOptimize(total);
   }

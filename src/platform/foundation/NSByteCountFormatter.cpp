@@ -39,8 +39,8 @@ std::string formatDecimal(const std::string& decimal) {
 std::string NSByteCountFormatter::stringFromByteCount(std::int64_t byteCount,
                                                       NSByteCountFormatterCountStyle style) {
   if (byteCount == 0) return "Zero KB";
-  const bool binary =
-      style == NSByteCountFormatterCountStyle::memory || style == NSByteCountFormatterCountStyle::binary;
+  const bool binary = style == NSByteCountFormatterCountStyle::memory ||
+                      style == NSByteCountFormatterCountStyle::binary;
   const unsigned __int128 base = binary ? 1024 : 1000;
   const bool negative = byteCount < 0;
   const std::uint64_t magnitude = negative ? 0 - static_cast<std::uint64_t>(byteCount) : byteCount;
@@ -70,7 +70,8 @@ std::string NSByteCountFormatter::stringFromByteCount(std::int64_t byteCount,
   std::string decimal = negative ? "-" : "";
   decimal += std::to_string(static_cast<std::uint64_t>(rounded / scale));
   if (scale > 1) {
-    std::string fraction = std::to_string(static_cast<std::uint64_t>(rounded % scale + scale)).substr(1);
+    std::string fraction =
+        std::to_string(static_cast<std::uint64_t>(rounded % scale + scale)).substr(1);
     decimal += '.';
     decimal += fraction;  // ICU drops trailing zeros
   }

@@ -12,7 +12,8 @@ enum class NSByteCountFormatterCountStyle : int { file = 0, memory = 1, decimal 
 // without trailing zeros.
 class NSByteCountFormatter {
  public:
-  static std::string stringFromByteCount(std::int64_t byteCount, NSByteCountFormatterCountStyle style);
+  static std::string stringFromByteCount(std::int64_t byteCount,
+                                         NSByteCountFormatterCountStyle style);
 };
 
 using ByteCountFormatter = NSByteCountFormatter;

@@ -124,8 +124,8 @@ std::string NSDateFormatter::stringFromDate(Date date) const {
     } else if (settings_.dateStyle != NSDateFormatterStyle::none ||
                settings_.timeStyle != NSDateFormatterStyle::none) {
       // Both none would give ICU's own fallback pattern; the platform prints nothing then.
-      cache_->format.reset(icu::DateFormat::createDateTimeInstance(icuStyle(settings_.dateStyle),
-                                                                    icuStyle(settings_.timeStyle), locale));
+      cache_->format.reset(icu::DateFormat::createDateTimeInstance(
+          icuStyle(settings_.dateStyle), icuStyle(settings_.timeStyle), locale));
     }
     if (cache_->format) {
       cache_->format->adoptTimeZone(

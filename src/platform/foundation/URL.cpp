@@ -97,7 +97,8 @@ std::optional<URL> URL::withString(std::string_view text) {
   // the delimiters, which a valid reference only holds at these places: ':' after the scheme, "//"
   // before the authority, the first '/', '?' or '#' after it, the first '?' and the first '#'.
   Layout layout;
-  if (uri.scheme.first != nullptr) layout.schemeLength = static_cast<std::size_t>(uri.scheme.afterLast - first);
+  if (uri.scheme.first != nullptr)
+    layout.schemeLength = static_cast<std::size_t>(uri.scheme.afterLast - first);
   std::size_t cursor = layout.schemeLength == 0 ? 0 : layout.schemeLength + 1;
   if (uri.hostText.first != nullptr) {
     layout.hasHost = true;
@@ -157,7 +158,8 @@ std::string URL::scheme() const {
 
 std::string URL::host() const {
   if (!layout_.hasHost) return {};
-  return decoded(std::string_view(absolute_).substr(layout_.hostBegin, layout_.hostEnd - layout_.hostBegin));
+  return decoded(
+      std::string_view(absolute_).substr(layout_.hostBegin, layout_.hostEnd - layout_.hostBegin));
 }
 
 std::string URL::path() const {

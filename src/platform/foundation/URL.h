@@ -69,5 +69,7 @@ class URL {
 
 template <>
 struct std::hash<URL> {
-  size_t operator()(const URL& u) const noexcept { return std::hash<std::string>()(u.absoluteString()); }
+  size_t operator()(const URL& u) const noexcept {
+    return std::hash<std::string>()(u.absoluteString());
+  }
 };

@@ -172,14 +172,15 @@ TEST_F(NSDateFormatterTest, OneFormatterServesManyThreadsWhileTheProcessLocaleIs
       for (int i = 0; i < 200; ++i) {
         // Always the same value, so only unguarded access could make a difference.
         if (t == 0) NSLocale::setCurrentLocaleIdentifier("en_US");
-        results[t] = formatter.stringFromDate(kSummer.addingTimeInterval(60.0 * static_cast<double>(t)));
+        results[t] =
+            formatter.stringFromDate(kSummer.addingTimeInterval(60.0 * static_cast<double>(t)));
         locales[t] = NSDateFormatter().locale();
       }
     });
   }
   for (auto& thread : threads) thread.join();
-  EXPECT_EQ(results, (std::vector<std::string>{"15 Jul 2024 13:05", "15 Jul 2024 13:06", "15 Jul 2024 13:07",
-                                               "15 Jul 2024 13:08"}));
+  EXPECT_EQ(results, (std::vector<std::string>{"15 Jul 2024 13:05", "15 Jul 2024 13:06",
+                                               "15 Jul 2024 13:07", "15 Jul 2024 13:08"}));
   EXPECT_EQ(locales, std::vector<std::string>(4, "en_US"));
 }
 

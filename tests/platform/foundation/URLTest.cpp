@@ -72,19 +72,20 @@ struct Parts {
 
 TEST(URLTest, PartsOfParsedURLs) {
   const Parts rows[] = {
-      {"assets-library://asset/asset.JPG?id=X&extJPG", "assets-library", "asset", "/asset.JPG", "id=X&extJPG",
-       "asset.JPG", "JPG"},
+      {"assets-library://asset/asset.JPG?id=X&extJPG", "assets-library", "asset", "/asset.JPG",
+       "id=X&extJPG", "asset.JPG", "JPG"},
       {"ipod-library://item/item.mp3?id=1311234567890123", "ipod-library", "item", "/item.mp3",
        "id=1311234567890123", "item.mp3", "mp3"},
-      {"https://example.org/view_custom.php?v=12&n=Terms-Of-Use", "https", "example.org", "/view_custom.php",
-       "v=12&n=Terms-Of-Use", "view_custom.php", "php"},
-      {"file:///home/a/Docs/a%20b.pdf", "file", "", "/home/a/Docs/a b.pdf", std::nullopt, "a b.pdf", "pdf"},
+      {"https://example.org/view_custom.php?v=12&n=Terms-Of-Use", "https", "example.org",
+       "/view_custom.php", "v=12&n=Terms-Of-Use", "view_custom.php", "php"},
+      {"file:///home/a/Docs/a%20b.pdf", "file", "", "/home/a/Docs/a b.pdf", std::nullopt, "a b.pdf",
+       "pdf"},
       {"file:///a/b/", "file", "", "/a/b", std::nullopt, "b", ""},
       {"file:///", "file", "", "/", std::nullopt, "/", ""},
       {"http://example.org", "http", "example.org", "", std::nullopt, "", ""},
       {"http://example.org?", "http", "example.org", "", "", "", ""},
-      {"http://example.org/a.tar.gz#frag.ment", "http", "example.org", "/a.tar.gz", std::nullopt, "a.tar.gz",
-       "gz"},
+      {"http://example.org/a.tar.gz#frag.ment", "http", "example.org", "/a.tar.gz", std::nullopt,
+       "a.tar.gz", "gz"},
       {"http://u:p@[::1]:8080/x.y?q=1?2#f", "http", "::1", "/x.y", "q=1?2", "x.y", "y"},
       {"http://u@:80/p?", "http", "", "/p", "", "p", ""},
       {"http://h%41st/", "http", "hAst", "/", std::nullopt, "/", ""},
@@ -92,8 +93,8 @@ TEST(URLTest, PartsOfParsedURLs) {
       {"file:///x/.hidden", "file", "", "/x/.hidden", std::nullopt, ".hidden", ""},
       {"file:///x/name.", "file", "", "/x/name.", std::nullopt, "name.", ""},
       {"file:///x/..", "file", "", "/x/..", std::nullopt, "..", ""},
-      {"mailto:someone@example.org", "mailto", "", "someone@example.org", std::nullopt, "someone@example.org",
-       "org"},
+      {"mailto:someone@example.org", "mailto", "", "someone@example.org", std::nullopt,
+       "someone@example.org", "org"},
       {"dir/file.txt", "", "", "dir/file.txt", std::nullopt, "file.txt", "txt"},
       {"?q", "", "", "", "q", "", ""},
   };
@@ -200,10 +201,14 @@ TEST_F(URLFileSystemTest, AnExistingDirectoryGetsATrailingSlash) {
 
 TEST_F(URLFileSystemTest, AppendingAskTheFileSystemOnlyWhenNotTold) {
   URL base = URL::fileURLWithPath(dir.string());
-  EXPECT_EQ(base.appendingPathComponent("sub dir").absoluteString(), base.absoluteString() + "sub%20dir/");
-  EXPECT_EQ(base.appendingPathComponent("file.txt").absoluteString(), base.absoluteString() + "file.txt");
-  EXPECT_EQ(base.appendingPathComponent("sub dir", false).absoluteString(), base.absoluteString() + "sub%20dir");
-  EXPECT_EQ(base.appendingPathComponent("new", true).absoluteString(), base.absoluteString() + "new/");
+  EXPECT_EQ(base.appendingPathComponent("sub dir").absoluteString(),
+            base.absoluteString() + "sub%20dir/");
+  EXPECT_EQ(base.appendingPathComponent("file.txt").absoluteString(),
+            base.absoluteString() + "file.txt");
+  EXPECT_EQ(base.appendingPathComponent("sub dir", false).absoluteString(),
+            base.absoluteString() + "sub%20dir");
+  EXPECT_EQ(base.appendingPathComponent("new", true).absoluteString(),
+            base.absoluteString() + "new/");
   EXPECT_EQ(base.appendingPathComponent("sub dir").path(), (dir / "sub dir").string());
 }
 
@@ -253,7 +258,9 @@ TEST(URLTest, AppendingPathComponents) {
     EXPECT_EQ(reparsed->query(), appended.query());
     EXPECT_EQ(reparsed->lastPathComponent(), appended.lastPathComponent());
   }
-  EXPECT_EQ(URL::withString("https://example.org/dir")->appendingPathComponent("d", true).absoluteString(),
+  EXPECT_EQ(URL::withString("https://example.org/dir")
+                ->appendingPathComponent("d", true)
+                .absoluteString(),
             "https://example.org/dir/d/");
 }
 
