@@ -118,6 +118,36 @@ std::optional<URL> URL::withString(std::string_view text) {
   return URL(std::string(text), layout);
 }
 
+std::optional<URL> URL::withStringRelativeTo(std::string_view text, const URL& base) {
+  if (!withString(text)) return std::nullopt;
+  UriUriA reference, baseUri, resolved;
+  const char* errorPos = nullptr;
+  if (uriParseSingleUriExA(&reference, text.data(), text.data() + text.size(), &errorPos) !=
+      URI_SUCCESS) {
+    return std::nullopt;
+  }
+  const std::string& b = base.absoluteString();
+  if (uriParseSingleUriExA(&baseUri, b.data(), b.data() + b.size(), &errorPos) != URI_SUCCESS) {
+    uriFreeUriMembersA(&reference);
+    return std::nullopt;
+  }
+  std::optional<URL> out;
+  if (uriAddBaseUriA(&resolved, &reference, &baseUri) == URI_SUCCESS) {
+    int length = 0;
+    if (uriToStringCharsRequiredA(&resolved, &length) == URI_SUCCESS) {
+      std::string whole(static_cast<size_t>(length) + 1, '\0');
+      if (uriToStringA(whole.data(), &resolved, length + 1, nullptr) == URI_SUCCESS) {
+        whole.resize(static_cast<size_t>(length));
+        out = withString(whole);
+      }
+    }
+    uriFreeUriMembersA(&resolved);
+  }
+  uriFreeUriMembersA(&reference);
+  uriFreeUriMembersA(&baseUri);
+  return out;
+}
+
 URL URL::fileURLWithPath(std::string_view path) {
   std::string absolute = absoluteFilePath(path);
   bool isDirectory = absolute.back() == '/' || isExistingDirectory(absolute);

@@ -12,6 +12,8 @@ class URL {
  public:
   // `URL(string:)`: no value for text that is no valid URL (a blank, a bad percent escape, ...).
   static std::optional<URL> withString(std::string_view text);
+  // `URL(string:relativeTo:)`, made whole: the reference resolved against `base`.
+  static std::optional<URL> withStringRelativeTo(std::string_view text, const URL& base);
   // A file URL for an absolute path (a relative one is taken from the working directory);
   // characters outside the path set are percent-encoded. A path naming an existing directory, or
   // ending in "/", gets a trailing slash.
