@@ -9,6 +9,7 @@
 #include "app/core/Constant.h"
 #include "app/documents/customFileManager.h"
 #include "platform/ads/ALSdk.h"
+#include "platform/foundation/SharedInstance.h"
 #include "platform/ads/GADMobileAds.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/services/ATTrackingManager.h"
@@ -18,11 +19,14 @@
 namespace nimbrel {
 
 namespace {
-bool gDidEnterBackground = false;
-}
+struct BackgroundFlag {
+  bool didEnterBackground = false;
+};
+bool& flag() { return SharedInstance<BackgroundFlag>::get()->didEnterBackground; }
+}  // namespace
 
-bool AppDelegate::didEnterBackground() { return gDidEnterBackground; }
-void AppDelegate::resetDidEnterBackground() { gDidEnterBackground = false; }
+bool AppDelegate::didEnterBackground() { return flag(); }
+void AppDelegate::resetDidEnterBackground() { flag() = false; }
 
 bool AppDelegate::applicationDidFinishLaunchingWithOptions(UIApplication&) {
   // 1. The tracking prompt; its answer is never used.
@@ -68,13 +72,13 @@ bool AppDelegate::applicationDidFinishLaunchingWithOptions(UIApplication&) {
 }
 
 void AppDelegate::applicationDidBecomeActive(UIApplication&) {
-  if (!gDidEnterBackground) return;
-  gDidEnterBackground = false;
+  if (!flag()) return;
+  flag() = false;
   AppLovinAppOpenAd::shared()->load([] {});
 }
 
 void AppDelegate::applicationDidEnterBackground(UIApplication&) {
-  gDidEnterBackground = true;
+  flag() = true;
 }
 
 }  // namespace nimbrel

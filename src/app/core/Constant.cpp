@@ -2,6 +2,8 @@
 
 #include <mutex>
 
+#include "platform/foundation/SharedInstance.h"
+
 namespace nimbrel {
 
 namespace {
@@ -16,9 +18,9 @@ struct State {
   std::optional<bool> isIpad;
 };
 
+// Reset with the other shared instances, so that each test starts from a new process's state.
 State& state() {
-  static State s;
-  return s;
+  return *SharedInstance<State>::get();
 }
 
 }  // namespace

@@ -7,13 +7,18 @@ namespace {
 constexpr std::uint64_t kMaxTasksPerSettle = 50'000'000;
 }  // namespace
 
-ManualRunLoop::ManualRunLoop(double start) : now_(start), previous_(RunLoop::install(this)) {}
+ManualRunLoop::ManualRunLoop(double start) : start_(start), previous_(RunLoop::install(this)) {}
 
 ManualRunLoop::~ManualRunLoop() {
   RunLoop::install(previous_);
 }
 
 double ManualRunLoop::now() const {
+  std::lock_guard lock(mutex_);
+  return start_ + now_;
+}
+
+double ManualRunLoop::elapsed() const {
   std::lock_guard lock(mutex_);
   return now_;
 }

@@ -19,6 +19,9 @@ class ManualRunLoop final : public RunLoop {
   ManualRunLoop& operator=(const ManualRunLoop&) = delete;
 
   double now() const override;
+  // Seconds of virtual time since the loop was made, kept apart from the start so that small
+  // steps add up exactly.
+  double elapsed() const;
   void postMain(Task task, double delay) override;
   void postBackground(Task task, QualityOfService qos) override;
   bool isMainThread() const override;
@@ -43,7 +46,8 @@ class ManualRunLoop final : public RunLoop {
   bool runOneBackgroundTask();
 
   mutable std::mutex mutex_;
-  double now_;
+  double start_;
+  double now_ = 0;  // elapsed seconds; due times are in the same frame
   std::uint64_t seq_ = 0;
   std::map<std::pair<double, std::uint64_t>, Task> main_;
   std::deque<std::pair<QualityOfService, Task>> background_;

@@ -1,0 +1,233 @@
+#include "automation/AutomationSession.h"
+
+#include <cstdio>
+
+#include "app/core/AppData.h"
+#include "app/core/BasicMethod.h"
+#include "app/core/Constant.h"
+#include "automation/TreeWriter.h"
+#include "platform/ads/FullScreenAdStage.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/uikit/UIActivityViewController.h"
+#include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIApplication.h"
+
+namespace nimbrel {
+
+using json = nlohmann::json;
+
+namespace {
+
+json failure(const std::string& why) {
+  return {{"ok", false}, {"error", why}};
+}
+
+json success() {
+  return {{"ok", true}};
+}
+
+json recordJson(const File& f) {
+  return {{"url", f.url.absoluteString()},
+          {"openingDate", f.openingDate.timeIntervalSinceReferenceDate},
+          {"filetype", std::string(rawValue(f.filetype))}};
+}
+
+json plistJson(const PlistValue& v) {
+  switch (v.type()) {
+    case PlistValue::Type::boolean: return v.boolean();
+    case PlistValue::Type::integer: return v.integer();
+    case PlistValue::Type::real: return v.real();
+    case PlistValue::Type::string: return v.string();
+    case PlistValue::Type::date: return {{"$date", v.date().timeIntervalSinceReferenceDate}};
+    case PlistValue::Type::data: {
+      json out = {{"$data", Base64::encode(v.data())}};
+      auto decoded = decodeFiles(v.data());
+      if (auto* files = std::get_if<std::vector<File>>(&decoded)) {
+        json records = json::array();
+        for (const auto& f : *files) records.push_back(recordJson(f));
+        out["$files"] = records;
+      }
+      return out;
+    }
+    case PlistValue::Type::array: {
+      json out = json::array();
+      for (const auto& e : v.array()) out.push_back(plistJson(e));
+      return out;
+    }
+    case PlistValue::Type::dictionary: {
+      json out = json::object();
+      for (const auto& [k, e] : v.dictionary()) out[k] = plistJson(e);
+      return out;
+    }
+  }
+  return nullptr;
+}
+
+std::string stringField(const json& request, const char* key) {
+  auto it = request.find(key);
+  if (it == request.end() || !it->is_string()) return {};
+  return it->get<std::string>();
+}
+
+}  // namespace
+
+AutomationSession::AutomationSession(AutomationHost& host) : host_(host) {
+  std::weak_ptr<LogBuffer> buffer = log_;
+  LogSink::install([buffer](std::string_view line) {
+    if (auto b = buffer.lock()) {
+      std::lock_guard lock(b->mutex);
+      b->lines.emplace_back(line);
+    }
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fputc('\n', stderr);
+  });
+}
+
+AutomationSession::~AutomationSession() {
+  LogSink::install(nullptr);
+}
+
+std::string AutomationSession::handleLine(const std::string& line) {
+  json request = json::parse(line, nullptr, false);
+  json response;
+  if (request.is_discarded()) {
+    response = failure("the request is not valid JSON");
+  } else if (!request.is_object()) {
+    response = failure("the request must be a JSON object");
+  } else {
+    response = handle(request);
+  }
+  return response.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+json AutomationSession::handle(const json& request) {
+  std::string op = stringField(request, "op");
+  if (op.empty()) return failure("the request has no \"op\"");
+  if (op == "tree") return TreeWriter::tree(host_.elapsed());
+  if (op == "action") return action(request);
+  if (op == "alert") return alert(request);
+  if (op == "sheet") return sheet(request);
+  if (op == "ad") return ad(request);
+  if (op == "advance") {
+    auto it = request.find("seconds");
+    if (it == request.end() || !it->is_number() || it->get<double>() < 0) {
+      return failure("advance needs a non-negative number of seconds");
+    }
+    host_.advance(it->get<double>());
+    return {{"ok", true}, {"now", host_.elapsed()}};
+  }
+  if (op == "idle") {
+    host_.settle();
+    return {{"ok", true}, {"now", host_.elapsed()}};
+  }
+  if (op == "background") {
+    UIApplication::sharedApplication().enterBackground();
+    host_.settle();
+    return success();
+  }
+  if (op == "activate") {
+    UIApplication::sharedApplication().becomeActive();
+    host_.settle();
+    return success();
+  }
+  if (op == "prefs") return prefs();
+  if (op == "state") return state();
+  if (op == "log") return log();
+  if (op == "paths") {
+    json out = host_.paths();
+    out["ok"] = true;
+    return out;
+  }
+  if (op == "players") return {{"ok", true}, {"players", json::array()}};
+  if (op == "sdk") return {{"ok", true}, {"calls", host_.sdkCalls()}};
+  if (op == "screenshot") {
+    std::string path = stringField(request, "path");
+    if (path.empty()) return failure("screenshot needs a \"path\"");
+    if (auto why = host_.screenshot(path)) return failure(*why);
+    return success();
+  }
+  return failure("unknown operation \"" + op + "\"");
+}
+
+json AutomationSession::action(const json& request) {
+  std::string selector = stringField(request, "selector");
+  if (selector.empty()) return failure("action needs a \"selector\"");
+  std::string screenName = stringField(request, "screen");
+  auto screen = screenName.empty() ? TreeWriter::topScreen() : TreeWriter::screenWithId(screenName);
+  if (!screen) {
+    return failure(screenName.empty() ? "no screen is showing" : "no screen \"" + screenName + "\" is showing");
+  }
+  std::shared_ptr<NSObject> sender;
+  std::string senderName = stringField(request, "sender");
+  if (!senderName.empty()) {
+    sender = screen->outlet(senderName);
+    if (!sender) return failure(TreeWriter::screenId(*screen) + " has no outlet \"" + senderName + "\"");
+  }
+  if (!screen->respondsToSelector(selector)) {
+    return failure(TreeWriter::screenId(*screen) + " has no action \"" + selector + "\"");
+  }
+  screen->performAction(selector, sender);
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::alert(const json& request) {
+  auto current = TreeWriter::currentAlert();
+  if (!current) return failure("no alert is showing");
+  std::string title = stringField(request, "action");
+  if (!current->pressActionWithTitle(title)) return failure("the alert has no action \"" + title + "\"");
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::sheet(const json& request) {
+  auto current = TreeWriter::currentSheet();
+  if (!current) return failure("no share sheet is showing");
+  if (!request.value("dismiss", false)) return failure("sheet supports {\"dismiss\": true}");
+  current->close(false);
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::ad(const json& request) {
+  if (!request.value("dismiss", false)) return failure("ad supports {\"dismiss\": true}");
+  if (!FullScreenAdStage::shared().close()) return failure("no full-screen ad is showing");
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::prefs() {
+  json values = json::object();
+  for (const auto& [key, value] : Constant::userDefaults().dictionaryRepresentation()) {
+    values[key] = plistJson(value);
+  }
+  return {{"ok", true}, {"values", values}};
+}
+
+json AutomationSession::state() {
+  auto data = AppData::shared();
+  json recents = json::array();
+  for (const auto& f : data->recentFiles) recents.push_back(recordJson(f));
+  json favourites = json::array();
+  for (const auto& f : data->FavouriteFiles) favourites.push_back(recordJson(f));
+  return {{"ok", true},
+          {"recentFiles", recents},
+          {"FavouriteFiles", favourites},
+          {"usedSpace", data->usedSpace},
+          {"videoSpace", data->videoSpace},
+          {"audioSpace", data->audioSpace},
+          {"imagesSpace", data->imagesSpace.bytes},
+          {"otherSpace", data->otherSpace},
+          {"freeSpace", data->freeSpace}};
+}
+
+json AutomationSession::log() {
+  std::vector<std::string> lines;
+  {
+    std::lock_guard lock(log_->mutex);
+    lines.swap(log_->lines);
+  }
+  return {{"ok", true}, {"lines", lines}};
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,215 @@
+#include "automation/TreeWriter.h"
+
+#include "platform/ads/FullScreenAdStage.h"
+#include "platform/ads/MANativeAdView.h"
+#include "platform/libs/LottieAnimationView.h"
+#include "platform/libs/SVProgressHUD.h"
+#include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/UIActivityViewController.h"
+#include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIScrollView.h"
+
+namespace nimbrel {
+
+using json = nlohmann::json;
+
+namespace {
+
+void addStack(std::vector<TreeWriter::ScreenEntry>& out, const std::shared_ptr<UIViewController>& vc,
+              const std::string& firstPresentation, int style) {
+  if (auto nav = std::dynamic_pointer_cast<UINavigationController>(vc)) {
+    bool first = true;
+    for (const auto& child : nav->viewControllers()) {
+      out.push_back({child, first ? firstPresentation : "push", first ? style : 0});
+      first = false;
+    }
+    return;
+  }
+  out.push_back({vc, firstPresentation, style});
+}
+
+json imageValue(const std::optional<UIImage>& image) {
+  return image ? json(image->describe()) : json(nullptr);
+}
+
+const char* hudKind(SVProgressHUD::Kind kind) {
+  switch (kind) {
+    case SVProgressHUD::Kind::none: return nullptr;
+    case SVProgressHUD::Kind::status: return "status";
+    case SVProgressHUD::Kind::progress: return "progress";
+    case SVProgressHUD::Kind::info: return "info";
+    case SVProgressHUD::Kind::success: return "success";
+    case SVProgressHUD::Kind::error: return "error";
+    case SVProgressHUD::Kind::image: return "image";
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::vector<TreeWriter::ScreenEntry> TreeWriter::screens() {
+  std::vector<ScreenEntry> out;
+  auto window = UIApplication::sharedApplication().keyWindow();
+  if (!window || !window->rootViewController()) return out;
+  auto root = window->rootViewController();
+  addStack(out, root, "root", 0);
+  for (auto presented = root->presentedViewController(); presented;
+       presented = presented->presentedViewController()) {
+    if (std::dynamic_pointer_cast<UIAlertController>(presented) ||
+        std::dynamic_pointer_cast<UIActivityViewController>(presented)) {
+      continue;
+    }
+    addStack(out, presented, "modal", static_cast<int>(presented->modalPresentationStyle()));
+  }
+  return out;
+}
+
+std::shared_ptr<UIViewController> TreeWriter::topScreen() {
+  auto all = screens();
+  return all.empty() ? nullptr : all.back().controller;
+}
+
+std::shared_ptr<UIViewController> TreeWriter::screenWithId(const std::string& id) {
+  auto all = screens();
+  for (auto it = all.rbegin(); it != all.rend(); ++it) {
+    if (screenId(*it->controller) == id) return it->controller;
+  }
+  return nullptr;
+}
+
+namespace {
+template <class T>
+std::shared_ptr<T> presentedOfType() {
+  auto window = UIApplication::sharedApplication().keyWindow();
+  if (!window || !window->rootViewController()) return nullptr;
+  std::shared_ptr<T> found;
+  for (auto p = window->rootViewController()->presentedViewController(); p; p = p->presentedViewController()) {
+    if (auto t = std::dynamic_pointer_cast<T>(p)) found = t;
+  }
+  return found;
+}
+}  // namespace
+
+std::shared_ptr<UIAlertController> TreeWriter::currentAlert() {
+  return presentedOfType<UIAlertController>();
+}
+
+std::shared_ptr<UIActivityViewController> TreeWriter::currentSheet() {
+  return presentedOfType<UIActivityViewController>();
+}
+
+std::string TreeWriter::screenId(const UIViewController& controller) {
+  return controller.storyboardIdentifier().empty() ? controller.className()
+                                                   : controller.storyboardIdentifier();
+}
+
+json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object) {
+  json out = json::object();
+  if (auto constraint = std::dynamic_pointer_cast<NSLayoutConstraint>(object)) {
+    out["type"] = "NSLayoutConstraint";
+    out["constant"] = constraint->constant();
+    return out;
+  }
+  auto view = std::dynamic_pointer_cast<UIView>(object);
+  if (!view) {
+    out["type"] = "NSObject";
+    return out;
+  }
+  out["type"] = view->className();
+  out["hidden"] = view->isHidden();
+  if (view->alpha() != 1.0) out["alpha"] = view->alpha();
+  if (auto label = std::dynamic_pointer_cast<UILabel>(view)) {
+    out["text"] = label->text() ? json(*label->text()) : json(nullptr);
+    out["textColor"] = label->textColor().hexString();
+  }
+  if (auto button = std::dynamic_pointer_cast<UIButton>(view)) {
+    auto title = button->currentTitle();
+    out["title"] = title ? json(*title) : json(nullptr);
+    out["image"] = imageValue(button->currentImage());
+    out["selected"] = button->isSelected();
+    out["enabled"] = button->isEnabled();
+  }
+  if (auto imageView = std::dynamic_pointer_cast<UIImageView>(view)) {
+    out["image"] = imageValue(imageView->image());
+  }
+  if (auto scroll = std::dynamic_pointer_cast<UIScrollView>(view)) {
+    out["contentOffset"] = {scroll->contentOffset().x, scroll->contentOffset().y};
+    if (scroll->zoomScale() != 1.0) out["zoomScale"] = scroll->zoomScale();
+  }
+  if (auto lottie = std::dynamic_pointer_cast<LottieAnimationView>(view)) {
+    out["animation"] = lottie->animationName();
+    out["playing"] = lottie->isAnimationPlaying();
+    out["loop"] = lottie->loopMode() == LottieLoopMode::loop;
+    out["speed"] = lottie->animationSpeed();
+  }
+  // Native ads rendered into this view, oldest first.
+  json ads = json::array();
+  for (const auto& sub : view->subviews()) {
+    if (auto ad = std::dynamic_pointer_cast<MANativeAdView>(sub); ad && ad->renderedAd()) {
+      ads.push_back(ad->renderedAd()->title);
+    }
+  }
+  if (!ads.empty()) out["nativeAds"] = ads;
+  return out;
+}
+
+json TreeWriter::describeScreen(const ScreenEntry& entry) {
+  json out = json::object();
+  out["id"] = screenId(*entry.controller);
+  out["presentation"] = entry.presentation;
+  if (entry.presentation == "modal") out["style"] = entry.style;
+  json outlets = json::object();
+  if (entry.controller->isViewLoaded()) {
+    for (const auto& [name, object] : entry.controller->outlets()) outlets[name] = describeOutlet(object);
+  }
+  out["outlets"] = outlets;
+  return out;
+}
+
+json TreeWriter::tree(double now) {
+  json out = json::object();
+  out["ok"] = true;
+  out["now"] = now;
+  json list = json::array();
+  for (const auto& entry : screens()) list.push_back(describeScreen(entry));
+  out["screens"] = list;
+
+  auto hud = SVProgressHUD::state();
+  const char* kind = hudKind(hud.kind);
+  out["hud"] = {{"visible", hud.visible},
+                {"kind", kind ? json(kind) : json(nullptr)},
+                {"status", hud.status ? json(*hud.status) : json(nullptr)}};
+
+  if (auto alert = currentAlert()) {
+    json actions = json::array();
+    for (const auto& a : alert->actions()) actions.push_back(a.title);
+    out["alert"] = {{"title", alert->alertTitle() ? json(*alert->alertTitle()) : json(nullptr)},
+                    {"message", alert->message() ? json(*alert->message()) : json(nullptr)},
+                    {"actions", actions}};
+  } else {
+    out["alert"] = nullptr;
+  }
+  out["menu"] = nullptr;
+  if (auto sheet = currentSheet()) {
+    out["sheet"] = {{"items", sheet->itemDescriptions()}};
+  } else {
+    out["sheet"] = nullptr;
+  }
+  out["picker"] = nullptr;
+  json opened = json::array();
+  for (const auto& url : UIApplication::sharedApplication().openedURLs()) opened.push_back(url.absoluteString());
+  out["opened"] = opened;
+  if (const auto& ad = FullScreenAdStage::shared().showing()) {
+    out["ad"] = {{"network", ad->network}, {"format", ad->format}, {"adUnit", ad->adUnit}};
+  } else {
+    out["ad"] = nullptr;
+  }
+  return out;
+}
+
+}  // namespace nimbrel

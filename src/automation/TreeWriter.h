@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/foundation/NSObject.h"
+#include "platform/uikit/UIViewController.h"
+
+class UIAlertController;
+class UIActivityViewController;
+
+namespace nimbrel {
+
+// What a person could see, as the automation protocol's `tree` shows it.
+class TreeWriter {
+ public:
+  struct ScreenEntry {
+    std::shared_ptr<UIViewController> controller;
+    std::string presentation;  // "root", "push", "modal"
+    int style = 0;             // the modal presentation style, for "modal"
+  };
+
+  // Every screen from the bottom of the navigation stack to the top, then the presented ones;
+  // alerts and share sheets are not screens.
+  static std::vector<ScreenEntry> screens();
+  static std::shared_ptr<UIViewController> topScreen();
+  static std::shared_ptr<UIViewController> screenWithId(const std::string& id);
+  static std::shared_ptr<UIAlertController> currentAlert();
+  static std::shared_ptr<UIActivityViewController> currentSheet();
+
+  static std::string screenId(const UIViewController& controller);
+  static nlohmann::json describeScreen(const ScreenEntry& entry);
+  static nlohmann::json describeOutlet(const std::shared_ptr<NSObject>& object);
+  static nlohmann::json tree(double now);
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/foundation/PlistValue.h"
+#include "platform/foundation/Result.h"
+
+namespace nimbrel::sim {
+
+// The simulated platform's starting point, read from a fixture file. Every key is optional; the
+// defaults are those of the fixture format.
+struct Fixture {
+  struct Permission {
+    int status = 0;
+    int answer = 3;
+  };
+  struct Document {
+    std::string name;
+    std::int64_t size = 0;
+    double created = 0;  // seconds since 2001
+  };
+
+  double now = 0;  // seconds since 2001
+  std::string locale = "en_US";
+  std::string timeZone = "UTC";
+  std::string idiom = "phone";
+  std::string systemVersion = "17.0";
+  double screenWidth = 390, screenHeight = 844, screenScale = 3;
+  std::optional<std::int64_t> volumeSize = 128'000'000'000;
+  std::optional<std::int64_t> volumeFree = 40'000'000'000;
+  std::optional<std::int64_t> volumeImportantAvailable = 45'000'000'000;
+  Permission photos, music, tracking;
+  std::string applovinInterstitial = "nofill";
+  std::string applovinNative = "nofill";
+  std::string applovinAppOpen = "nofill";
+  std::string googleInterstitial = "nofill";
+  PlistValue::Dictionary preferences;
+  std::vector<Document> documents;
+  // The whole file, for the parts that other pieces of the simulator read.
+  nlohmann::json raw = nlohmann::json::object();
+
+  // A clear one-line reason for anything that is not a fixture.
+  static Result<Fixture> parse(const std::string& text);
+  static Result<Fixture> load(const std::string& path);
+};
+
+}  // namespace nimbrel::sim

@@ -1,0 +1,86 @@
+#include "backends/sim/SimPlatform.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "backends/sim/SimAppLovinNetwork.h"
+#include "backends/sim/SimGoogleAdsNetwork.h"
+#include "backends/sim/SimPermissionAuthority.h"
+#include "platform/PlatformState.h"
+#include "platform/foundation/Date.h"
+#include "platform/foundation/FatalError.h"
+#include "platform/foundation/NSLocale.h"
+#include "platform/foundation/NSPathUtilities.h"
+#include "platform/foundation/NSTimeZone.h"
+#include "platform/foundation/NSUserDefaults.h"
+#include "platform/uikit/UIDevice.h"
+#include "platform/uikit/UIScreen.h"
+
+namespace nimbrel::sim {
+
+namespace fs = std::filesystem;
+
+SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::move(fixture)) {
+  resetPlatformState();
+  makeHome();
+  setApplicationHomeDirectory(home_);
+  NSLocale::setCurrentLocaleIdentifier(fixture_.locale);
+  NSTimeZone::setLocalTimeZoneName(fixture_.timeZone);
+  UIUserInterfaceIdiom idiom = fixture_.idiom == "pad"     ? UIUserInterfaceIdiom::pad
+                               : fixture_.idiom == "phone" ? UIUserInterfaceIdiom::phone
+                                                           : UIUserInterfaceIdiom::unspecified;
+  UIDevice::currentDevice().configure(idiom, fixture_.systemVersion);
+  UIScreen::mainScreen().configure({fixture_.screenWidth, fixture_.screenHeight}, fixture_.screenScale);
+  PermissionAuthority::install(std::make_shared<SimPermissionAuthority>(fixture_, calls_));
+  AppLovinNetwork::install(std::make_shared<SimAppLovinNetwork>(
+      fixture_.applovinInterstitial, fixture_.applovinNative, fixture_.applovinAppOpen, calls_));
+  GoogleAdsNetwork::install(std::make_shared<SimGoogleAdsNetwork>(fixture_.googleInterstitial, calls_));
+  preferences_ = std::make_shared<InMemoryPreferencesStore>(fixture_.preferences);
+  NSUserDefaults::installStandard(preferences_);
+  placeDocuments();
+}
+
+SimPlatform::~SimPlatform() {
+  resetPlatformState();
+  if (!home_.empty() && !std::getenv("NIMBREL_KEEP_SIM_HOME")) {
+    std::error_code ec;
+    fs::remove_all(home_, ec);
+  }
+}
+
+void SimPlatform::makeHome() {
+  std::error_code ec;
+  std::string base = fs::temp_directory_path(ec).string();
+  if (ec || base.empty()) base = "/tmp";
+  std::string pattern = base + "/nimbrel-sim-XXXXXX";
+  if (!::mkdtemp(pattern.data())) fatalError("cannot make the simulator's home under " + base);
+  home_ = pattern;
+  fs::create_directories(home_ + "/Documents", ec);
+}
+
+void SimPlatform::placeDocuments() {
+  if (fixture_.documents.empty()) return;
+  std::string folder = home_ + "/Documents/Nimbrel/importedFiles";
+  std::error_code ec;
+  fs::create_directories(folder, ec);
+  for (const auto& doc : fixture_.documents) {
+    std::string path = folder + "/" + doc.name;
+    int fd = ::open(path.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0644);
+    if (fd < 0) fatalError("cannot place the fixture document " + path);
+    // Sparse: the size is what the screens read, the contents never matter.
+    if (::ftruncate(fd, doc.size) != 0) fatalError("cannot size the fixture document " + path);
+    double unix = Date{doc.created}.timeIntervalSince1970();
+    struct timespec times[2];
+    times[0].tv_sec = times[1].tv_sec = static_cast<time_t>(unix);
+    times[0].tv_nsec = times[1].tv_nsec = static_cast<long>((unix - static_cast<double>(times[0].tv_sec)) * 1e9);
+    ::futimens(fd, times);
+    ::close(fd);
+  }
+}
+
+}  // namespace nimbrel::sim

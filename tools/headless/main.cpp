@@ -1,0 +1,58 @@
+// nimbrel-headless: the automation protocol over the simulated platform, on virtual time.
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <string>
+
+#include "HeadlessHost.h"
+#include "app/core/ApplicationMain.h"
+#include "automation/AutomationSession.h"
+#include "backends/sim/Fixture.h"
+#include "backends/sim/SimPlatform.h"
+#include "platform/foundation/NSUserDefaults.h"
+
+namespace {
+
+int usage() {
+  std::fprintf(stderr, "usage: nimbrel-headless [--fixture FILE.json]\n");
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string fixturePath;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
+      fixturePath = argv[++i];
+    } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
+      usage();
+      return 0;
+    } else {
+      return usage();
+    }
+  }
+  auto fixture = fixturePath.empty() ? nimbrel::sim::Fixture::parse("{}")
+                                     : nimbrel::sim::Fixture::load(fixturePath);
+  if (!fixture) {
+    std::fprintf(stderr, "nimbrel-headless: %s\n", fixture.error().c_str());
+    return 2;
+  }
+  nimbrel::sim::SimPlatform platform(std::move(fixture).value());
+  nimbrel::HeadlessHost host(platform);
+  nimbrel::AutomationSession session(host);
+  nimbrel::NimbrelApplicationMain();
+  host.settle();
+
+  std::ios::sync_with_stdio(false);
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+    std::string response = session.handleLine(line);
+    std::fwrite(response.data(), 1, response.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+  }
+  NSUserDefaults::standardUserDefaults().flush();
+  return 0;
+}
