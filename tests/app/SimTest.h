@@ -1,0 +1,55 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "backends/sim/SimPlatform.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSUserDefaults.h"
+
+namespace nimbrel::testing {
+
+// A test on the simulated platform: a fresh process state, a temporary home and virtual time from
+// the fixture given to `start`. Log lines are kept for the test to read.
+class SimTest : public ::testing::Test {
+ protected:
+  void start(const std::string& fixtureJson = "{}") {
+    auto fixture = sim::Fixture::parse(fixtureJson);
+    ASSERT_TRUE(fixture.ok()) << fixture.error();
+    platform = std::make_unique<sim::SimPlatform>(std::move(fixture).value());
+    LogSink::install([this](std::string_view line) {
+      std::lock_guard lock(logMutex);
+      logLines.emplace_back(line);
+    });
+  }
+  void TearDown() override {
+    LogSink::install(nullptr);
+    platform.reset();
+  }
+
+  ManualRunLoop& loop() { return platform->runLoop(); }
+  void settle() { loop().runUntilIdle(); }
+  void advance(double seconds) { loop().advance(seconds); }
+  NSUserDefaults& defaults() { return NSUserDefaults::standardUserDefaults(); }
+  std::vector<std::string> takeLog() {
+    std::lock_guard lock(logMutex);
+    return std::exchange(logLines, {});
+  }
+  bool logged(const std::string& line) {
+    std::lock_guard lock(logMutex);
+    for (const auto& l : logLines) {
+      if (l == line) return true;
+    }
+    return false;
+  }
+
+  std::unique_ptr<sim::SimPlatform> platform;
+  std::mutex logMutex;
+  std::vector<std::string> logLines;
+};
+
+}  // namespace nimbrel::testing
