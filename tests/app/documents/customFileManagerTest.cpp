@@ -1,0 +1,187 @@
+#include "app/documents/customFileManager.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "app/SimTest.h"
+#include "platform/foundation/NSPathUtilities.h"
+
+namespace nimbrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+class customFileManagerTest : public testing::SimTest {
+ protected:
+  void SetUp() override {
+    start();
+    documents = NSHomeDirectory() + "/Documents";
+    imported = documents + "/Nimbrel/importedFiles";
+  }
+  void write(const std::string& path, const std::string& contents = "x") {
+    std::ofstream(path) << contents;
+  }
+  std::string read(const std::string& path) {
+    std::ifstream in(path);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  }
+  std::string documents, imported;
+};
+
+TEST_F(customFileManagerTest, MakingTheSharedInstanceMakesTheRootFolderOnlyAndAgainIsHarmless) {
+  auto files = customFileManager::shared();
+  EXPECT_TRUE(fs::is_directory(documents + "/Nimbrel"));
+  EXPECT_FALSE(fs::exists(imported));
+  files->createRootFolder();
+  files->createFolder("importedFiles");
+  files->createFolder("importedFiles");
+  EXPECT_TRUE(fs::is_directory(imported));
+  EXPECT_TRUE(takeLog().empty()) << "nothing is logged when the folders exist";
+}
+
+TEST_F(customFileManagerTest, CreateFolderAloneBringsTheRootIntoBeing) {
+  fs::remove_all(documents + "/Nimbrel");
+  customFileManager manager;
+  fs::remove_all(documents + "/Nimbrel");
+  manager.createFolder("importedFiles");
+  EXPECT_TRUE(fs::is_directory(imported));
+}
+
+TEST_F(customFileManagerTest, AFolderThatCannotBeMadeIsLoggedAndTheCallerGoesOn) {
+  // A file where the documents folder should be: nothing can be made under it.
+  fs::remove_all(documents);
+  write(documents);
+  customFileManager manager;
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_EQ(log[0].rfind("URL:21==> ", 0), 0u) << log[0];
+  manager.createFolder("importedFiles");
+  log = takeLog();
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_EQ(log[0].rfind("URL:39==> ", 0), 0u) << log[0];
+}
+
+TEST_F(customFileManagerTest, AFileInThePlaceOfTheRootCountsAsTheRoot) {
+  fs::remove_all(documents + "/Nimbrel");
+  write(documents + "/Nimbrel");
+  customFileManager manager;
+  EXPECT_TRUE(takeLog().empty()) << "the root's existence test passes for any item of that name";
+  manager.createFolder("importedFiles");
+  EXPECT_EQ(takeLog().size(), 1u);
+}
+
+TEST_F(customFileManagerTest, DestinationPathIsPlainConcatenationKeepingBlanks) {
+  auto files = customFileManager::shared();
+  auto source = URL::fileURLWithPath("/tmp/My Report 2026.pdf", false);
+  EXPECT_EQ(source.absoluteString(), "file:///tmp/My%20Report%202026.pdf");
+  EXPECT_EQ(files->destinationPath(source, "importedFiles"), imported + "/My Report 2026.pdf");
+}
+
+TEST_F(customFileManagerTest, MovingIntoATakenNameFailsAndLeavesBothFiles) {
+  auto files = customFileManager::shared();
+  files->createFolder("importedFiles");
+  std::string source = NSHomeDirectory() + "/incoming a.txt";
+  write(source, "new");
+  write(imported + "/incoming a.txt", "old");
+  takeLog();
+  auto moved = files->moveFile(source, files->destinationPath(URL::fileURLWithPath(source), "importedFiles"));
+  EXPECT_FALSE(moved);
+  EXPECT_EQ(read(source), "new");
+  EXPECT_EQ(read(imported + "/incoming a.txt"), "old");
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 3u);
+  EXPECT_EQ(log[0], "From URL " + URL::fileURLWithPath(source).absoluteString());
+  EXPECT_EQ(log[1], "To Path URL " + URL::fileURLWithPath(imported + "/incoming a.txt").absoluteString());
+  EXPECT_EQ(log[2].rfind("Unable to move file:: Error Domain=NSCocoaErrorDomain Code=516 ", 0), 0u) << log[2];
+}
+
+TEST_F(customFileManagerTest, AMoveReturnsTheDestinationWithItsBlanksEncoded) {
+  auto files = customFileManager::shared();
+  files->createFolder("importedFiles");
+  std::string source = NSHomeDirectory() + "/a b.pdf";
+  write(source);
+  auto moved = files->moveFile(source, imported + "/a b.pdf");
+  ASSERT_TRUE(moved);
+  EXPECT_EQ(moved->path(), imported + "/a b.pdf");
+  EXPECT_NE(moved->absoluteString().find("a%20b.pdf"), std::string::npos);
+  EXPECT_FALSE(fs::exists(source));
+}
+
+TEST_F(customFileManagerTest, CopyFailuresLogTheMoveText) {
+  auto files = customFileManager::shared();
+  auto missing = URL::fileURLWithPath(NSHomeDirectory() + "/missing.txt");
+  EXPECT_FALSE(files->copyFile(missing, URL::fileURLWithPath(NSHomeDirectory() + "/copy.txt")));
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_EQ(log[0].rfind("Unable to move file:: Error Domain=NSCocoaErrorDomain Code=260", 0), 0u) << log[0];
+  write(NSHomeDirectory() + "/x.txt", "data");
+  auto copied = files->copyFile(URL::fileURLWithPath(NSHomeDirectory() + "/x.txt"),
+                                URL::fileURLWithPath(NSHomeDirectory() + "/y.txt"));
+  ASSERT_TRUE(copied);
+  EXPECT_EQ(read(NSHomeDirectory() + "/y.txt"), "data");
+  EXPECT_EQ(read(NSHomeDirectory() + "/x.txt"), "data");
+}
+
+TEST_F(customFileManagerTest, RemovingHandlesNothingMissingFilesAndWholeFolders) {
+  auto files = customFileManager::shared();
+  EXPECT_FALSE(files->removeFile(std::nullopt));
+  EXPECT_TRUE(takeLog().empty());
+  EXPECT_FALSE(files->removeFile(URL::fileURLWithPath(NSHomeDirectory() + "/gone.txt")));
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_NE(log[0].find("\u201Cgone.txt\u201D couldn\u2019t be removed."), std::string::npos) << log[0];
+
+  files->createFolder("importedFiles");
+  fs::create_directories(imported + "/album/inner");
+  write(imported + "/album/inner/a.txt");
+  EXPECT_TRUE(files->removeFile(URL::fileURLWithPath(imported + "/album")));
+  EXPECT_FALSE(fs::exists(imported + "/album"));
+}
+
+TEST_F(customFileManagerTest, ListingIsFlatUnsortedAndIncludesHiddenFilesAndFolders) {
+  auto files = customFileManager::shared();
+  files->createFolder("importedFiles");
+  auto empty = files->listFiles("importedFiles");
+  ASSERT_TRUE(empty);
+  EXPECT_TRUE(empty->empty()) << "an empty folder lists as empty, not as nothing";
+
+  write(imported + "/.hidden");
+  write(imported + "/report.pdf");
+  fs::create_directories(imported + "/folder/deeper");
+  write(imported + "/folder/deeper/x.txt");
+  auto listed = files->listFiles("importedFiles");
+  ASSERT_TRUE(listed);
+  std::vector<std::string> names;
+  for (const auto& u : *listed) names.push_back(u.lastPathComponent());
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::string>{".hidden", "folder", "report.pdf"}));
+  for (const auto& u : *listed) {
+    if (u.lastPathComponent() == "folder") {
+      EXPECT_EQ(u.pathExtension(), "");
+      EXPECT_EQ(files->iconName(u.pathExtension()), "icon_folder");
+    }
+  }
+}
+
+TEST_F(customFileManagerTest, ListingAFolderThatWasRemovedGivesNothingAndLogs) {
+  auto files = customFileManager::shared();
+  files->createFolder("importedFiles");
+  fs::remove_all(imported);
+  takeLog();
+  EXPECT_FALSE(files->listFiles("importedFiles"));
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 1u);
+  EXPECT_EQ(log[0], "The folder \u201CimportedFiles\u201D doesn\u2019t exist.");
+}
+
+using customFileManagerDeathTest = customFileManagerTest;
+
+TEST_F(customFileManagerDeathTest, WithoutADocumentsDirectoryTheSharedInstanceEndsTheProcess) {
+  setApplicationHomeDirectory("");
+  EXPECT_DEATH(customFileManager::shared(), "Fatal error: ");
+}
+
+}  // namespace
+}  // namespace nimbrel
