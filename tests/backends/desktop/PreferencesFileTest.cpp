@@ -1,0 +1,158 @@
+#include "backends/desktop/PreferencesFile.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <thread>
+
+#include "platform/foundation/BinaryPropertyList.h"
+#include "platform/foundation/ManualRunLoop.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSUserDefaults.h"
+
+namespace nimbrel::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PreferencesFileTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/nimbrel-prefs-XXXXXX";
+    ASSERT_TRUE(::mkdtemp(pattern));
+    folder = pattern;
+    path = folder + "/config/nimbrel/preferences.plist";
+    LogSink::install([this](std::string_view line) { log.emplace_back(line); });
+  }
+  void TearDown() override {
+    LogSink::install(nullptr);
+    fs::remove_all(folder);
+  }
+  std::vector<std::string> temporaries() {
+    std::vector<std::string> out;
+    for (const auto& e : fs::directory_iterator(fs::path(path).parent_path())) {
+      if (e.path().filename().string().find(".tmp-") != std::string::npos) out.push_back(e.path());
+    }
+    return out;
+  }
+
+  ManualRunLoop loop;
+  std::string folder, path;
+  std::vector<std::string> log;
+};
+
+TEST_F(PreferencesFileTest, WritesAPrivateBinaryPropertyListThatReadsBack) {
+  PreferencesFile file(path);
+  EXPECT_TRUE(file.load().empty()) << "no file yet is no preferences";
+  ASSERT_TRUE(file.save({{"isFirstTime", true}, {"recentFiles", Data{1, 2, 3}}}));
+  struct stat st;
+  ASSERT_EQ(::stat(path.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0600u);
+  std::ifstream in(path, std::ios::binary);
+  std::string magic(8, '\0');
+  in.read(magic.data(), 8);
+  EXPECT_EQ(magic, "bplist00");
+  auto values = PreferencesFile(path).load();
+  ASSERT_EQ(values.size(), 2u);
+  EXPECT_EQ(values[1].second, PlistValue(Data{1, 2, 3}));
+  EXPECT_TRUE(temporaries().empty());
+}
+
+TEST_F(PreferencesFileTest, AnUnreadableFileIsKeptAsideAndNotOverwritten) {
+  fs::create_directories(fs::path(path).parent_path());
+  std::ofstream(path) << "this is not a property list";
+  PreferencesFile file(path);
+  EXPECT_TRUE(file.load().empty());
+  EXPECT_FALSE(fs::exists(path));
+  int aside = 0;
+  for (const auto& e : fs::directory_iterator(fs::path(path).parent_path())) {
+    if (e.path().filename().string().rfind("preferences.plist.unreadable-", 0) == 0) {
+      ++aside;
+      std::ifstream in(e.path());
+      std::string text((std::istreambuf_iterator<char>(in)), {});
+      EXPECT_EQ(text, "this is not a property list");
+    }
+  }
+  EXPECT_EQ(aside, 1);
+  ASSERT_FALSE(log.empty());
+}
+
+TEST_F(PreferencesFileTest, StaleTemporariesOfAKilledWriterAreCleanedAtLoad) {
+  PreferencesFile file(path);
+  ASSERT_TRUE(file.save({{"a", 1}}));
+  std::ofstream(path + ".tmp-ABC123") << "half";
+  ASSERT_EQ(temporaries().size(), 1u);
+  EXPECT_EQ(file.load().size(), 1u);
+  EXPECT_TRUE(temporaries().empty());
+}
+
+TEST_F(PreferencesFileTest, ValuesSetWithoutSynchronizeReachTheFileAtTheDebounce) {
+  auto file = std::make_shared<PreferencesFile>(path);
+  NSUserDefaults defaults(file, 1.0);
+  defaults.setBool(true, "kIsListView");
+  loop.advance(0.9);
+  EXPECT_FALSE(fs::exists(path));
+  loop.advance(0.2);
+  ASSERT_TRUE(fs::exists(path));
+  EXPECT_TRUE(NSUserDefaults(std::make_shared<PreferencesFile>(path)).boolForKey("kIsListView"));
+}
+
+// The content a writer stores at step n, so that a reader can tell a whole file from a torn one.
+PlistValue::Dictionary stateAt(std::int64_t n) {
+  Data blob(static_cast<size_t>(1000 + (n * 7919) % 60000), static_cast<std::uint8_t>(n & 0xFF));
+  return {{"counter", PlistValue(n)}, {"isFirstTime", PlistValue(n % 2 == 0)}, {"recentFiles", PlistValue(blob)}};
+}
+
+TEST_F(PreferencesFileTest, AKillAtAnyMomentLeavesAWholeFileThatDecodes) {
+  ASSERT_TRUE(PreferencesFile(path).save(stateAt(0)));
+  std::mt19937 random(20261122);
+  std::int64_t lastSeen = 0;
+  int killedMidway = 0;
+  for (int round = 0; round < 220; ++round) {
+    pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      // The writer: the standard defaults over the file, synchronised after every change.
+      auto store = std::make_shared<PreferencesFile>(path);
+      NSUserDefaults defaults(store, 3600);
+      auto current = store->load();
+      std::int64_t n = current.empty() ? 0 : PlistValue(current).find("counter")->integer();
+      for (;;) {
+        ++n;
+        for (auto& [k, v] : stateAt(n)) defaults.setObject(v, k);
+        defaults.synchronize();
+      }
+    }
+    // Real time is the point here: the kill must land anywhere inside the writer's work.
+    std::this_thread::sleep_for(std::chrono::microseconds(std::uniform_int_distribution<int>(200, 6000)(random)));
+    ::kill(child, SIGKILL);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    if (!temporaries().empty()) ++killedMidway;
+
+    std::ifstream in(path, std::ios::binary);
+    Data bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    auto root = BinaryPropertyList::read(bytes);
+    ASSERT_TRUE(root.ok()) << "round " << round << ": " << root.error();
+    ASSERT_TRUE(root->isDictionary());
+    const PlistValue* counter = root->find("counter");
+    ASSERT_TRUE(counter && counter->isInteger());
+    std::int64_t n = counter->integer();
+    EXPECT_GE(n, lastSeen) << "a file never goes back to an older state";
+    EXPECT_EQ(*root, PlistValue(stateAt(n))) << "round " << round << ": a torn mix of two states";
+    lastSeen = n;
+  }
+  EXPECT_GT(lastSeen, 220) << "the writers made progress";
+  RecordProperty("killsDuringAWrite", killedMidway);
+}
+
+}  // namespace
+}  // namespace nimbrel::desktop
