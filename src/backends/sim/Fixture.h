@@ -41,7 +41,7 @@ struct Fixture {
   std::string googleInterstitial = "nofill";
   PlistValue::Dictionary preferences;
   std::vector<Document> documents;
-  // The whole file, for the parts that other pieces of the simulator read.
+  // The whole file, for the sections that other pieces of the simulator read.
   nlohmann::json raw = nlohmann::json::object();
 
   // A clear one-line reason for anything that is not a fixture.

@@ -47,7 +47,7 @@ class URL {
   friend bool operator==(const URL& a, const URL& b) { return a.absolute_ == b.absolute_; }
 
  private:
-  // Offsets into absolute_ of the parts of [scheme:][//authority]path[?query][#fragment], found
+  // Offsets into absolute_ of the pieces of [scheme:][//authority]path[?query][#fragment], found
   // once when the URL is made so that no accessor parses again.
   struct Layout {
     std::size_t schemeLength = 0;  // a scheme is never empty, so 0 means none

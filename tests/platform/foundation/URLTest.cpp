@@ -254,7 +254,7 @@ TEST(URLTest, AppendingPathComponents) {
     EXPECT_EQ(appended.absoluteString(), row.expected);
     std::optional<URL> reparsed = URL::withString(appended.absoluteString());
     ASSERT_TRUE(reparsed.has_value());
-    EXPECT_EQ(reparsed->path(), appended.path()) << "the parts must be where parsing finds them";
+    EXPECT_EQ(reparsed->path(), appended.path()) << "the pieces must be where parsing finds them";
     EXPECT_EQ(reparsed->query(), appended.query());
     EXPECT_EQ(reparsed->lastPathComponent(), appended.lastPathComponent());
   }
