@@ -11,6 +11,7 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/SharedInstance.h"
 #include "platform/libs/SVProgressHUD.h"
+#include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/FIRApp.h"
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/TextMeasurer.h"
@@ -31,6 +32,7 @@ void resetPlatformState() {
   AppLovinNetwork::install(nullptr);
   GoogleAdsNetwork::install(nullptr);
   PermissionAuthority::install(nullptr);
+  PhotoLibrarySource::install(nullptr);
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();
   NSUserDefaults::installStandard(std::make_shared<InMemoryPreferencesStore>());

@@ -74,9 +74,12 @@ def main():
         failures = []
         for number, step in enumerate(scenario["steps"], 1):
             request = step["send"]
-            proc.stdin.write(json.dumps(request) + "\n")
-            proc.stdin.flush()
-            line = proc.stdout.readline()
+            try:
+                proc.stdin.write(json.dumps(request) + "\n")
+                proc.stdin.flush()
+                line = proc.stdout.readline()
+            except BrokenPipeError:
+                line = ""
             if not line:
                 if "expectExit" in scenario and number == len(scenario["steps"]):
                     break
@@ -95,7 +98,10 @@ def main():
                 if not matches(found, present, expected):
                     shown = json.dumps(found) if present else "nothing"
                     failures.append(f"step {number} {request}: {pointer} is {shown}, expected {json.dumps(expected)}")
-        proc.stdin.close()
+        try:
+            proc.stdin.close()
+        except BrokenPipeError:
+            pass
         stderr = proc.stderr.read()
         status = proc.wait(timeout=60)
         if "expectExit" in scenario:

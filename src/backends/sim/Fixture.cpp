@@ -145,6 +145,117 @@ void readPreferences(const json& prefs, Fixture& f) {
   }
 }
 
+double number(const json& v, const std::string& where) {
+  if (!v.is_number()) throw Bad{where + ": expected a number"};
+  return v.get<double>();
+}
+
+bool boolean(const json& v, const std::string& where) {
+  if (!v.is_boolean()) throw Bad{where + ": expected true or false"};
+  return v.get<bool>();
+}
+
+std::string fourDigits(size_t n) {
+  std::string s = std::to_string(n);
+  return std::string(s.size() < 4 ? 4 - s.size() : 0, '0') + s;
+}
+
+void readPhotos(const json& photos, Fixture& f) {
+  if (!photos.is_object()) throw Bad{"photos: expected an object"};
+  if (auto assets = member(photos, "assets")) {
+    if (!assets->is_array()) throw Bad{"photos.assets: expected an array"};
+    for (size_t i = 0; i < assets->size(); ++i) {
+      const json& a = (*assets)[i];
+      std::string at = "photos.assets[" + std::to_string(i) + "]";
+      if (!a.is_object()) throw Bad{at + ": expected an object"};
+      Fixture::PhotoAsset asset;
+      PHAssetRecord& r = asset.record;
+      auto id = member(a, "id");
+      if (!id) throw Bad{at + ": an asset needs its id"};
+      r.localIdentifier = text(*id, at + ".id");
+      int mediaType = 1;
+      if (auto v = member(a, "mediaType")) mediaType = static_cast<int>(integer(*v, at + ".mediaType"));
+      if (mediaType < 0 || mediaType > 3) throw Bad{at + ".mediaType: 0 to 3"};
+      r.mediaType = static_cast<PHAssetMediaType>(mediaType);
+      if (auto v = member(a, "subtypes")) r.mediaSubtypes = static_cast<unsigned>(integer(*v, at + ".subtypes"));
+      r.creationDate = Date{f.now};
+      if (auto v = member(a, "created")) {
+        r.creationDate = v->is_null() ? std::nullopt : std::optional<Date>(Date{date(*v, at + ".created")});
+      }
+      r.pixelWidth = 4032;
+      r.pixelHeight = 3024;
+      if (auto v = member(a, "width")) r.pixelWidth = static_cast<int>(integer(*v, at + ".width"));
+      if (auto v = member(a, "height")) r.pixelHeight = static_cast<int>(integer(*v, at + ".height"));
+      bool isVideo = r.mediaType == PHAssetMediaType::video;
+      r.filename = "IMG_" + fourDigits(i + 1) + (isVideo ? ".MOV" : ".JPG");
+      if (auto v = member(a, "filename")) r.filename = text(*v, at + ".filename");
+      r.fileSize = 1'000'000;
+      if (auto v = member(a, "fileSize")) r.fileSize = optionalInteger(*v, at + ".fileSize");
+      if (r.fileSize && *r.fileSize < 0) throw Bad{at + ".fileSize: negative"};
+      if (auto v = member(a, "resources")) r.resourceCount = static_cast<int>(integer(*v, at + ".resources"));
+      if (r.resourceCount < 0) throw Bad{at + ".resources: negative"};
+      if (auto v = member(a, "duration")) r.duration = number(*v, at + ".duration");
+      if (auto v = member(a, "favorite")) r.favorite = boolean(*v, at + ".favorite");
+      if (auto loc = member(a, "location"); loc && !loc->is_null()) {
+        auto lat = member(*loc, "latitude");
+        auto lon = member(*loc, "longitude");
+        if (!lat || !lon) throw Bad{at + ".location: needs latitude and longitude"};
+        r.location = CLLocation{{number(*lat, at + ".location.latitude"), number(*lon, at + ".location.longitude")}};
+        if (auto place = member(*loc, "locality"); place && !place->is_null()) {
+          r.locality = text(*place, at + ".location.locality");
+        }
+      }
+      asset.video = isVideo ? "url" : "none";
+      if (auto v = member(a, "video")) asset.video = oneOf(*v, at + ".video", {"url", "composition", "none"});
+      if (auto v = member(a, "editingInput")) asset.editingInput = boolean(*v, at + ".editingInput");
+      if (auto v = member(a, "imageData")) asset.imageData = boolean(*v, at + ".imageData");
+      for (const auto& earlier : f.photoAssets) {
+        if (earlier.record.localIdentifier == r.localIdentifier) throw Bad{at + ".id: \"" + r.localIdentifier + "\" is used twice"};
+      }
+      f.photoAssets.push_back(std::move(asset));
+    }
+  }
+  if (auto albums = member(photos, "albums")) {
+    if (!albums->is_array()) throw Bad{"photos.albums: expected an array"};
+    for (size_t i = 0; i < albums->size(); ++i) {
+      const json& a = (*albums)[i];
+      std::string at = "photos.albums[" + std::to_string(i) + "]";
+      PHAssetCollectionRecord album;
+      auto id = member(a, "id");
+      if (!id) throw Bad{at + ": an album needs its id"};
+      album.localIdentifier = text(*id, at + ".id");
+      if (auto v = member(a, "title"); v && !v->is_null()) album.title = text(*v, at + ".title");
+      int type = 1;
+      if (auto v = member(a, "type")) type = static_cast<int>(integer(*v, at + ".type"));
+      if (type != 1 && type != 2) throw Bad{at + ".type: 1 (album) or 2 (smart album)"};
+      album.type = static_cast<PHAssetCollectionType>(type);
+      album.subtype = 2;
+      if (auto v = member(a, "subtype")) album.subtype = integer(*v, at + ".subtype");
+      if (auto list = member(a, "assets")) {
+        if (!list->is_array()) throw Bad{at + ".assets: expected an array of asset ids"};
+        for (size_t k = 0; k < list->size(); ++k) {
+          std::string assetId = text((*list)[k], at + ".assets[" + std::to_string(k) + "]");
+          bool known = false;
+          for (const auto& asset : f.photoAssets) known = known || asset.record.localIdentifier == assetId;
+          if (!known) throw Bad{at + ".assets: no asset \"" + assetId + "\""};
+          album.assetIdentifiers.push_back(std::move(assetId));
+        }
+      }
+      f.photoAlbums.push_back(std::move(album));
+    }
+  } else if (!f.photoAssets.empty()) {
+    // Without albums, the library still has its user library holding every asset.
+    PHAssetCollectionRecord library;
+    library.localIdentifier = "A1000000-0000-4000-8000-000000000209/L0/040";
+    library.title = "Recents";
+    library.type = PHAssetCollectionType::smartAlbum;
+    library.subtype = 209;
+    for (const auto& asset : f.photoAssets) library.assetIdentifiers.push_back(asset.record.localIdentifier);
+    f.photoAlbums.push_back(std::move(library));
+  }
+  if (auto v = member(photos, "confirmDeletes")) f.confirmPhotoDeletes = boolean(*v, "photos.confirmDeletes");
+}
+
 }  // namespace
 
 Result<Fixture> Fixture::parse(const std::string& input) {
@@ -194,6 +305,7 @@ Result<Fixture> Fixture::parse(const std::string& input) {
       }
     }
     if (auto p = member(j, "preferences")) readPreferences(*p, f);
+    if (auto p = member(j, "photos")) readPhotos(*p, f);
     if (auto docs = member(j, "documents")) {
       if (!docs->is_array()) throw Bad{"documents: expected an array"};
       for (size_t i = 0; i < docs->size(); ++i) {

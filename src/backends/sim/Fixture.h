@@ -9,6 +9,7 @@
 
 #include "platform/foundation/PlistValue.h"
 #include "platform/foundation/Result.h"
+#include "platform/photos/PHAssetRecord.h"
 
 namespace nimbrel::sim {
 
@@ -23,6 +24,14 @@ struct Fixture {
     std::string name;
     std::int64_t size = 0;
     double created = 0;  // seconds since 2001
+  };
+
+  // One asset of the simulated photo library, with how the library answers requests for it.
+  struct PhotoAsset {
+    PHAssetRecord record;
+    std::string video = "url";  // "url", "composition" or "none"
+    bool editingInput = true;
+    bool imageData = true;
   };
 
   double now = 0;  // seconds since 2001
@@ -41,6 +50,9 @@ struct Fixture {
   std::string googleInterstitial = "nofill";
   PlistValue::Dictionary preferences;
   std::vector<Document> documents;
+  std::vector<PhotoAsset> photoAssets;
+  std::vector<PHAssetCollectionRecord> photoAlbums;
+  bool confirmPhotoDeletes = true;
   // The whole file, for the sections that other pieces of the simulator read.
   nlohmann::json raw = nlohmann::json::object();
 

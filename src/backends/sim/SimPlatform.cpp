@@ -11,6 +11,7 @@
 #include "backends/sim/SimAppLovinNetwork.h"
 #include "backends/sim/SimGoogleAdsNetwork.h"
 #include "backends/sim/SimPermissionAuthority.h"
+#include "backends/sim/SimPhotoLibrary.h"
 #include "platform/PlatformState.h"
 #include "platform/foundation/Date.h"
 #include "platform/foundation/FatalError.h"
@@ -43,6 +44,7 @@ SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::mo
   preferences_ = std::make_shared<InMemoryPreferencesStore>(fixture_.preferences);
   NSUserDefaults::installStandard(preferences_);
   placeDocuments();
+  PhotoLibrarySource::install(std::make_shared<SimPhotoLibrary>(fixture_, home_, calls_));
 }
 
 SimPlatform::~SimPlatform() {
