@@ -614,12 +614,15 @@ class Reader {
 
   bool charge(size_t n) {
     if (n > budget_) [[unlikely]] {
-      return fail("decoded values would exceed " +
-                  std::to_string(BinaryPropertyList::kOutputBudgetFactor) +
-                  " times the file's size");
+      return overBudget();
     }
     budget_ -= n;
     return true;
+  }
+
+  [[gnu::noinline]] bool overBudget() {
+    return fail("decoded values would exceed " +
+                std::to_string(BinaryPropertyList::kOutputBudgetFactor) + " times the file's size");
   }
 
   // The length of the object's payload, in the units its kind counts, from the low nibble or
@@ -790,26 +793,50 @@ class Reader {
     }
   }
 
-  // Checks a container's references before anything is built from them.
+  // Whether a container's `n` references are all there; each is checked as it is followed.
   bool refs(std::uint64_t obj, size_t pos, std::uint64_t n, size_t depth) {
     if (depth >= BinaryPropertyList::kMaxNesting) {
       return fail("nesting deeper than " + std::to_string(BinaryPropertyList::kMaxNesting) +
                   " levels");
     }
     if (!present(pos, n, refSize_)) return failObject(obj, "is truncated");
-    const std::uint8_t* p = b_ + pos;
-    for (std::uint64_t i = 0; i < n; ++i, p += refSize_) {
-      std::uint64_t r = refAt(p);
-      if (r >= count_) [[unlikely]] {
-        return failObject(obj, "refers to object " + std::to_string(r) + ", which does not exist");
-      }
-      if (r == obj) [[unlikely]] {
-        return failObject(obj, "refers to itself");
-      }
-      if (onPath_[r]) [[unlikely]] {
-        return failObject(r, "contains itself");
-      }
+    return true;
+  }
+
+  // Whether container `obj` may contain object `r`: it exists and is not `obj` or one of the
+  // containers `obj` sits in.
+  bool child(std::uint64_t obj, std::uint64_t r) {
+    if (r >= count_) [[unlikely]] {
+      return failObject(obj, "refers to object " + std::to_string(r) + ", which does not exist");
     }
+    if (r == obj) [[unlikely]] {
+      return failObject(obj, "refers to itself");
+    }
+    if (onPath_[r]) [[unlikely]] {
+      return failObject(r, "contains itself");
+    }
+    return true;
+  }
+
+  // Keys repeat in every record of a list; their text is taken from here after the first time.
+  bool key(std::uint64_t obj, std::uint64_t k, std::string& out) {
+    if (k >= count_) [[unlikely]] {
+      return failObject(obj, "refers to object " + std::to_string(k) + ", which does not exist");
+    }
+    KeyCacheEntry& cached = keyCache_[k % kKeyCacheSize];
+    if (cached.object != k) {
+      size_t kpos = offsetOf(k);
+      std::uint8_t km = b_[kpos++];
+      if ((km & 0xF0) != kAscii && (km & 0xF0) != kUtf16) {
+        return failObject(obj, "has a key that is not a string (object " + std::to_string(k) + ")");
+      }
+      cached.object = kNoObject;
+      if (!string(k, km, kpos, cached.text)) return false;
+      cached.object = k;
+    } else if (!charge(cached.text.size())) {
+      return false;
+    }
+    out = cached.text;
     return true;
   }
 
@@ -822,7 +849,8 @@ class Reader {
     onPath_[obj] = 1;
     const std::uint8_t* p = b_ + pos;
     for (std::uint64_t i = 0; i < n; ++i, p += refSize_) {
-      if (!object(refAt(p), depth + 1, append)) return false;
+      std::uint64_t r = refAt(p);
+      if (!child(obj, r) || !object(r, depth + 1, append)) return false;
     }
     onPath_[obj] = 0;
     return true;
@@ -842,14 +870,9 @@ class Reader {
     const std::uint8_t* keys = b_ + pos;
     const std::uint8_t* values = keys + n * refSize_;
     for (std::uint64_t i = 0; i < n; ++i) {
-      std::uint64_t k = refAt(keys + i * refSize_);
-      size_t kpos = offsetOf(k);
-      std::uint8_t km = b_[kpos++];
-      if ((km & 0xF0) != kAscii && (km & 0xF0) != kUtf16) {
-        return failObject(obj, "has a key that is not a string (object " + std::to_string(k) + ")");
-      }
-      if (!string(k, km, kpos, key)) return false;
-      if (!object(refAt(values + i * refSize_), depth + 1, append)) return false;
+      if (!this->key(obj, refAt(keys + i * refSize_), key)) return false;
+      std::uint64_t r = refAt(values + i * refSize_);
+      if (!child(obj, r) || !object(r, depth + 1, append)) return false;
     }
     onPath_[obj] = 0;
     return distinctKeys(obj, entries);
@@ -889,6 +912,14 @@ class Reader {
   size_t budget_ = 0;
   std::vector<std::uint8_t> onPath_;
   std::string error_;
+
+  static constexpr std::uint64_t kNoObject = ~std::uint64_t{0};
+  static constexpr size_t kKeyCacheSize = 64;
+  struct KeyCacheEntry {
+    std::uint64_t object = kNoObject;
+    std::string text;
+  };
+  KeyCacheEntry keyCache_[kKeyCacheSize];
 };
 
 }  // namespace
