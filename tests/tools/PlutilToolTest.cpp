@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -176,6 +177,8 @@ TEST_F(PlutilTool, BadInputFailsCleanlyAndLeavesTheFileAlone) {
     ToolRun j = run({"-p", "-"}, prefix + junk);
     EXPECT_TRUE(j.exited);
     EXPECT_EQ(j.status, 1);
+    EXPECT_TRUE(j.err.starts_with("nimbrel-plutil: -: ")) << j.err;
+    EXPECT_EQ(std::count(j.err.begin(), j.err.end(), '\n'), 1) << j.err;
   }
 }
 
