@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/FatalError.h"
+
 namespace {
 
 constexpr char kMagic[8] = {'b', 'p', 'l', 'i', 's', 't', '0', '0'};
@@ -496,7 +498,7 @@ class Writer {
     table_ = start_ + tableOffset;
     putBytes(kMagic, sizeof kMagic);
     put(root, 0);
-    if (p_ != table_ || written_ != count_) return Result<Data>::failure("size miscalculated");
+    if (p_ != table_ || written_ != count_) fatalError("property list writer miscounted its output");
     p_ += count_ * offsetSize_;
     for (int i = 0; i < 6; ++i) *p_++ = 0;
     *p_++ = offsetSize_;
