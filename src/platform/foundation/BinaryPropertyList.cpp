@@ -629,7 +629,7 @@ class Reader {
 
   // The length of the object's payload, in the units its kind counts, from the low nibble or
   // the integer that follows. `pos` moves past the marker and any count.
-  bool count(std::uint64_t obj, std::uint8_t marker, size_t& pos, std::uint64_t& n) {
+  [[gnu::always_inline]] bool count(std::uint64_t obj, std::uint8_t marker, size_t& pos, std::uint64_t& n) {
     n = marker & 0x0F;
     if (n != 0x0F) return true;
     if (pos >= tableOffset_) return failObject(obj, "is truncated");
@@ -807,7 +807,7 @@ class Reader {
 
   // Whether container `obj` may contain object `r`: it exists and is not `obj` or one of the
   // containers `obj` sits in.
-  bool child(std::uint64_t obj, std::uint64_t r) {
+  [[gnu::always_inline]] bool child(std::uint64_t obj, std::uint64_t r) {
     if (r >= count_) [[unlikely]] {
       return failObject(obj, "refers to object " + std::to_string(r) + ", which does not exist");
     }
