@@ -26,7 +26,8 @@ void BM_PlistDecode10kRecords(benchmark::State& state) {
   const Data file = *BinaryPropertyList::write(plist_samples::records(10000));
   for (auto _ : state) {
     auto value = BinaryPropertyList::read(file);
-    if (!value.ok()) state.SkipWithError(value.error().c_str());
+    if (!value.ok())
+      state.SkipWithError(value.error().c_str());
     benchmark::DoNotOptimize(value);
     // Freeing the 30,000 allocations of the result is the caller's cost, not decoding's.
     state.PauseTiming();
@@ -41,7 +42,8 @@ BENCHMARK(BM_PlistDecode10kRecords)->Unit(benchmark::kMillisecond);
 // very records it times plistlib on. Registered only when that is set.
 Data benchFile() {
   const char* path = std::getenv("NIMBREL_PLIST_BENCH_FILE");
-  if (!path) return {};
+  if (!path)
+    return {};
   std::ifstream in(path, std::ios::binary);
   return Data(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
@@ -50,7 +52,8 @@ void BM_PlistFileDecode(benchmark::State& state) {
   static const Data file = benchFile();
   for (auto _ : state) {
     auto value = BinaryPropertyList::read(file);
-    if (!value.ok()) state.SkipWithError(value.error().c_str());
+    if (!value.ok())
+      state.SkipWithError(value.error().c_str());
     benchmark::DoNotOptimize(value);
     state.PauseTiming();
     value = Result<PlistValue>(PlistValue());
@@ -73,8 +76,10 @@ void BM_PlistFileEncode(benchmark::State& state) {
 
 [[maybe_unused]] const bool kFileBenchmarks = [] {
   if (std::getenv("NIMBREL_PLIST_BENCH_FILE")) {
-    benchmark::RegisterBenchmark("BM_PlistFileEncode", BM_PlistFileEncode)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("BM_PlistFileDecode", BM_PlistFileDecode)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("BM_PlistFileEncode", BM_PlistFileEncode)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("BM_PlistFileDecode", BM_PlistFileDecode)
+        ->Unit(benchmark::kMillisecond);
   }
   return true;
 }();

@@ -12,7 +12,8 @@ namespace {
 
 // Doubles by bit pattern (NaN, -0.0) and dictionaries in order: nothing may change at all.
 bool identical(const PlistValue& a, const PlistValue& b) {
-  if (a.type() != b.type()) return false;
+  if (a.type() != b.type())
+    return false;
   switch (a.type()) {
     case PlistValue::Type::real:
       return std::bit_cast<std::uint64_t>(a.real()) == std::bit_cast<std::uint64_t>(b.real());
@@ -22,18 +23,22 @@ bool identical(const PlistValue& a, const PlistValue& b) {
     case PlistValue::Type::array: {
       const auto& x = a.array();
       const auto& y = b.array();
-      if (x.size() != y.size()) return false;
+      if (x.size() != y.size())
+        return false;
       for (size_t i = 0; i < x.size(); ++i) {
-        if (!identical(x[i], y[i])) return false;
+        if (!identical(x[i], y[i]))
+          return false;
       }
       return true;
     }
     case PlistValue::Type::dictionary: {
       const auto& x = a.dictionary();
       const auto& y = b.dictionary();
-      if (x.size() != y.size()) return false;
+      if (x.size() != y.size())
+        return false;
       for (size_t i = 0; i < x.size(); ++i) {
-        if (x[i].first != y[i].first || !identical(x[i].second, y[i].second)) return false;
+        if (x[i].first != y[i].first || !identical(x[i].second, y[i].second))
+          return false;
       }
       return true;
     }
@@ -51,13 +56,18 @@ bool identical(const PlistValue& a, const PlistValue& b) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   auto first = BinaryPropertyList::read(data, size);
-  if (!first.ok()) return 0;
+  if (!first.ok())
+    return 0;
   auto bytes = BinaryPropertyList::write(*first);
-  if (!bytes.ok()) broken("cannot write what was read:", bytes.error());
+  if (!bytes.ok())
+    broken("cannot write what was read:", bytes.error());
   auto second = BinaryPropertyList::read(*bytes);
-  if (!second.ok()) broken("cannot read what was written:", second.error());
-  if (!identical(*first, *second)) broken("the value changed on the way through");
+  if (!second.ok())
+    broken("cannot read what was written:", second.error());
+  if (!identical(*first, *second))
+    broken("the value changed on the way through");
   auto again = BinaryPropertyList::write(*second);
-  if (!again.ok() || *again != *bytes) broken("writing the same value gave other bytes");
+  if (!again.ok() || *again != *bytes)
+    broken("writing the same value gave other bytes");
   return 0;
 }

@@ -15,7 +15,8 @@ using plist_test::Identical;
 PlistValue viaJson(const PlistValue& v) {
   auto json = PlistJson::write(v);
   EXPECT_TRUE(json.ok()) << json.error();
-  if (!json.ok()) return {};
+  if (!json.ok())
+    return {};
   auto back = PlistJson::read(*json);
   EXPECT_TRUE(back.ok()) << back.error() << "\n" << *json;
   return back.ok() ? *back : PlistValue();
@@ -23,21 +24,45 @@ PlistValue viaJson(const PlistValue& v) {
 
 TEST(PlistJson, EveryValueComesBackExactly) {
   const std::vector<PlistValue> values = {
-      true, false, std::int64_t{0}, std::int64_t{-1},
-      std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max(),
-      0.0, -0.0, 1.0, 0.1, 1e300, -2.5e-300, 123456789.123456789,
-      std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::max(),
-      Date{0}, Date{785000000.123456789}, Date{-1e12}, Date{1},
-      Data{}, Data{0, 1, 0xFE, 0xFF}, Data(1000, 0x42),
-      "", "plain", "quote \" backslash \\ newline \n tab \t nul", std::string("a\0b", 3),
-      "Grüße 写真 😀", "$date", "$data",
-      PlistValue::Array{}, PlistValue::Dictionary{},
+      true,
+      false,
+      std::int64_t{0},
+      std::int64_t{-1},
+      std::numeric_limits<std::int64_t>::min(),
+      std::numeric_limits<std::int64_t>::max(),
+      0.0,
+      -0.0,
+      1.0,
+      0.1,
+      1e300,
+      -2.5e-300,
+      123456789.123456789,
+      std::numeric_limits<double>::denorm_min(),
+      std::numeric_limits<double>::max(),
+      Date{0},
+      Date{785000000.123456789},
+      Date{-1e12},
+      Date{1},
+      Data{},
+      Data{0, 1, 0xFE, 0xFF},
+      Data(1000, 0x42),
+      "",
+      "plain",
+      "quote \" backslash \\ newline \n tab \t nul",
+      std::string("a\0b", 3),
+      "Grüße 写真 😀",
+      "$date",
+      "$data",
+      PlistValue::Array{},
+      PlistValue::Dictionary{},
   };
-  for (const auto& v : values) EXPECT_TRUE(Identical(viaJson(v), v)) << plistTypeName(v.type());
+  for (const auto& v : values)
+    EXPECT_TRUE(Identical(viaJson(v), v)) << plistTypeName(v.type());
   auto records = plist_samples::records(300, 4, true);
   EXPECT_TRUE(Identical(viaJson(records), records));
   // Key order is the file's, not sorted.
-  PlistValue ordered(PlistValue::Dictionary{{"z", 1}, {"a", 2}, {"m", PlistValue::Dictionary{{"y", 1}, {"b", 2}}}});
+  PlistValue ordered(PlistValue::Dictionary{
+      {"z", 1}, {"a", 2}, {"m", PlistValue::Dictionary{{"y", 1}, {"b", 2}}}});
   EXPECT_TRUE(Identical(viaJson(ordered), ordered));
 }
 
@@ -78,17 +103,22 @@ TEST(PlistJson, RefusesJsonThatIsNoPropertyList) {
   const Case cases[] = {
       {"null", "null has no property-list form"},
       {R"({"a": [1, null]})", "null has no property-list form"},
-      {R"({"$date": "2026-03-01"})", "\"$date\" must be a number of seconds since 2001-01-01, not a string"},
-      {R"({"$date": {}})", "\"$date\" must be a number of seconds since 2001-01-01, not a dictionary"},
-      {R"({"$date": true})", "\"$date\" must be a number of seconds since 2001-01-01, not a boolean"},
+      {R"({"$date": "2026-03-01"})",
+       "\"$date\" must be a number of seconds since 2001-01-01, not a string"},
+      {R"({"$date": {}})",
+       "\"$date\" must be a number of seconds since 2001-01-01, not a dictionary"},
+      {R"({"$date": true})",
+       "\"$date\" must be a number of seconds since 2001-01-01, not a boolean"},
       {R"({"$date": 1, "other": 2})", "an object with \"$date\" must have no other key"},
       {R"({"$date": 1, "$data": ""})", "an object with \"$date\" must have no other key"},
-      {R"({"$date": 9223372036854775807})", "\"$date\" 9223372036854775807 is not exact as a double"},
+      {R"({"$date": 9223372036854775807})",
+       "\"$date\" 9223372036854775807 is not exact as a double"},
       {R"({"$data": 5})", "\"$data\" must be a base64 string, not a integer"},
       {R"({"$data": "not base64!"})", "\"$data\" is not valid base64"},
       {"9223372036854775808", "the integer 9223372036854775808 does not fit 64 bits"},
       {"-9223372036854775809", "the integer -9223372036854775809 does not fit 64 bits"},
-      {"123456789012345678901234567890", "the integer 123456789012345678901234567890 does not fit 64 bits"},
+      {"123456789012345678901234567890",
+       "the integer 123456789012345678901234567890 does not fit 64 bits"},
       {R"({"k": 1, "j": 2, "k": 3})", "the key \"k\" appears twice in one object"},
   };
   for (const auto& c : cases) {

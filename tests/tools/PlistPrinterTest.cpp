@@ -54,7 +54,8 @@ TEST(PlistPrinter, DatesInUtcWithSecondsTruncated) {
   EXPECT_EQ(PlistPrinter::formatDate(Date::fromUnix(253402300799)), "9999-12-31 23:59:59 +0000");
   EXPECT_EQ(PlistPrinter::formatDate(Date::fromUnix(-62135596800)), "0001-01-01 00:00:00 +0000");
   EXPECT_EQ(PlistPrinter::formatDate(Date{std::numeric_limits<double>::quiet_NaN()}), "(date nan)");
-  EXPECT_EQ(PlistPrinter::formatDate(Date{-std::numeric_limits<double>::infinity()}), "(date -inf)");
+  EXPECT_EQ(PlistPrinter::formatDate(Date{-std::numeric_limits<double>::infinity()}),
+            "(date -inf)");
 }
 
 }  // namespace

@@ -69,7 +69,8 @@ class PlutilTool : public ::testing::Test {
       ::dup2(out, 1);
       ::dup2(err, 2);
       std::vector<char*> argv{const_cast<char*>(NIMBREL_PLUTIL)};
-      for (auto& a : args) argv.push_back(a.data());
+      for (auto& a : args)
+        argv.push_back(a.data());
       argv.push_back(nullptr);
       ::execv(NIMBREL_PLUTIL, argv.data());
       ::_exit(127);
@@ -97,9 +98,13 @@ class PlutilTool : public ::testing::Test {
 
 TEST_F(PlutilTool, BinaryToJsonAndBackInPlaceIsLossless) {
   PlistValue original = plist_samples::records(500, 21, true);
-  original.array().push_back(PlistValue(PlistValue::Dictionary{
-      {"real", 0.1}, {"negative zero", -0.0}, {"int", std::numeric_limits<std::int64_t>::min()},
-      {"precise", Date{785000000.123456789}}, {"blob", Data{0, 1, 2, 0xFF}}, {"yes", true}}));
+  original.array().push_back(
+      PlistValue(PlistValue::Dictionary{{"real", 0.1},
+                                        {"negative zero", -0.0},
+                                        {"int", std::numeric_limits<std::int64_t>::min()},
+                                        {"precise", Date{785000000.123456789}},
+                                        {"blob", Data{0, 1, 2, 0xFF}},
+                                        {"yes", true}}));
   save(file("prefs.plist"), *BinaryPropertyList::write(original));
   ::chmod(file("prefs.plist").c_str(), 0600);
 
@@ -148,14 +153,16 @@ TEST_F(PlutilTool, StandardStreamsAndOutputFile) {
 TEST_F(PlutilTool, BadInputFailsCleanlyAndLeavesTheFileAlone) {
   save(file("bad.json"), std::string("{\"when\": {\"$date\": \"yesterday\"}}"));
   ToolRun r = run({"-convert", "binary1", file("bad.json")});
-  expectCleanFailure(r, file("bad.json").string() +
-                            ": \"$date\" must be a number of seconds since 2001-01-01, not a string");
+  expectCleanFailure(r,
+                     file("bad.json").string() +
+                         ": \"$date\" must be a number of seconds since 2001-01-01, not a string");
   EXPECT_EQ(load(file("bad.json")), "{\"when\": {\"$date\": \"yesterday\"}}");
 
   Data truncated = *BinaryPropertyList::write(plist_samples::records(2));
   truncated.resize(truncated.size() - 5);
   save(file("cut.plist"), truncated);
-  expectCleanFailure(run({"-p", file("cut.plist")}), file("cut.plist").string() + ": bad offset size 0 in trailer");
+  expectCleanFailure(run({"-p", file("cut.plist")}),
+                     file("cut.plist").string() + ": bad offset size 0 in trailer");
 
   expectCleanFailure(run({"-p", "-"}, "{\"a\": null}"), "-: null has no property-list form");
   expectCleanFailure(run({"-p", "-"}, "<?xml version=\"1.0\"?><plist/>"),
@@ -163,7 +170,8 @@ TEST_F(PlutilTool, BadInputFailsCleanlyAndLeavesTheFileAlone) {
   expectCleanFailure(run({"-p", file("missing")}),
                      file("missing").string() + ": cannot open: No such file or directory");
 
-  Data nan = *BinaryPropertyList::write(PlistValue(PlistValue::Array{std::numeric_limits<double>::quiet_NaN()}));
+  Data nan = *BinaryPropertyList::write(
+      PlistValue(PlistValue::Array{std::numeric_limits<double>::quiet_NaN()}));
   save(file("nan.plist"), nan);
   ToolRun noJson = run({"-convert", "json", file("nan.plist")});
   EXPECT_EQ(noJson.status, 1);
@@ -172,7 +180,8 @@ TEST_F(PlutilTool, BadInputFailsCleanlyAndLeavesTheFileAlone) {
   // Random bytes of every kind end in a reason, never a crash.
   std::string junk;
   plist_samples::Rng rng(3);
-  for (int i = 0; i < 2000; ++i) junk += static_cast<char>(rng.below(256));
+  for (int i = 0; i < 2000; ++i)
+    junk += static_cast<char>(rng.below(256));
   for (const std::string& prefix : {std::string("bplist00"), std::string("["), std::string("")}) {
     ToolRun j = run({"-p", "-"}, prefix + junk);
     EXPECT_TRUE(j.exited);
@@ -186,7 +195,8 @@ TEST_F(PlutilTool, UsageErrorsAreOneLine) {
   const std::string usage =
       " (usage: nimbrel-plutil -convert json|binary1 [-o OUT] FILE | nimbrel-plutil -p FILE)";
   expectCleanFailure(run({}), "nothing to do: give -convert or -p" + usage);
-  expectCleanFailure(run({"-convert", "xml1", "f"}), "unknown format \"xml1\" (json or binary1)" + usage);
+  expectCleanFailure(run({"-convert", "xml1", "f"}),
+                     "unknown format \"xml1\" (json or binary1)" + usage);
   expectCleanFailure(run({"-convert"}), "-convert needs a format (json or binary1)" + usage);
   expectCleanFailure(run({"-convert", "json"}), "no file given" + usage);
   expectCleanFailure(run({"-convert", "json", "-o"}), "-o needs a file name" + usage);

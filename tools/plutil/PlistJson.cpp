@@ -59,7 +59,8 @@ bool toJson(const PlistValue& v, size_t depth, Json& out, std::string& error) {
       out = Json::array();
       for (const auto& item : v.array()) {
         Json j;
-        if (!toJson(item, depth + 1, j, error)) return false;
+        if (!toJson(item, depth + 1, j, error))
+          return false;
         out.push_back(std::move(j));
       }
       return true;
@@ -76,7 +77,8 @@ bool toJson(const PlistValue& v, size_t depth, Json& out, std::string& error) {
           return false;
         }
         Json j;
-        if (!toJson(value, depth + 1, j, error)) return false;
+        if (!toJson(value, depth + 1, j, error))
+          return false;
         out[key] = std::move(j);
       }
       return true;
@@ -120,7 +122,8 @@ class Builder : public nlohmann::json_sax<Json> {
   bool end_object() override {
     PlistValue v = std::move(stack_.back().value);
     stack_.pop_back();
-    if (!distinctKeys(v.dictionary()) || !special(v)) return false;
+    if (!distinctKeys(v.dictionary()) || !special(v))
+      return false;
     return add(std::move(v));
   }
   bool start_array(std::size_t) override { return open(PlistValue(PlistValue::Array{})); }
@@ -133,7 +136,8 @@ class Builder : public nlohmann::json_sax<Json> {
   bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& e) override {
     // Drop the library's "[json.exception.parse_error.101] " prefix.
     std::string what = e.what();
-    if (auto end = what.find("] "); what.starts_with("[json.exception") && end != std::string::npos) {
+    if (auto end = what.find("] ");
+        what.starts_with("[json.exception") && end != std::string::npos) {
       what.erase(0, end + 2);
     }
     return fail(what);
@@ -146,12 +150,14 @@ class Builder : public nlohmann::json_sax<Json> {
   };
 
   bool fail(std::string message) {
-    if (error.empty()) error = std::move(message);
+    if (error.empty())
+      error = std::move(message);
     return false;
   }
 
   bool open(PlistValue container) {
-    if (stack_.size() >= PlistJson::kMaxNesting) return fail(nestingError());
+    if (stack_.size() >= PlistJson::kMaxNesting)
+      return fail(nestingError());
     stack_.push_back(Frame{std::move(container), {}});
     return true;
   }
@@ -173,10 +179,12 @@ class Builder : public nlohmann::json_sax<Json> {
   bool distinctKeys(const PlistValue::Dictionary& entries) {
     std::vector<std::string_view> keys;
     keys.reserve(entries.size());
-    for (const auto& e : entries) keys.emplace_back(e.first);
+    for (const auto& e : entries)
+      keys.emplace_back(e.first);
     std::sort(keys.begin(), keys.end());
     auto it = std::adjacent_find(keys.begin(), keys.end());
-    if (it == keys.end()) return true;
+    if (it == keys.end())
+      return true;
     return fail("the key \"" + std::string(*it) + "\" appears twice in one object");
   }
 
@@ -185,7 +193,8 @@ class Builder : public nlohmann::json_sax<Json> {
     const auto& entries = v.dictionary();
     const PlistValue* date = v.find(kDateKey);
     const PlistValue* data = v.find(kDataKey);
-    if (!date && !data) return true;
+    if (!date && !data)
+      return true;
     std::string_view which = date ? kDateKey : kDataKey;
     if (entries.size() != 1) {
       return fail("an object with \"" + std::string(which) + "\" must have no other key");
@@ -212,7 +221,8 @@ class Builder : public nlohmann::json_sax<Json> {
                   std::string(plistTypeName(data->type())));
     }
     auto bytes = Base64::decode(data->string());
-    if (!bytes) return fail("\"$data\" is not valid base64");
+    if (!bytes)
+      return fail("\"$data\" is not valid base64");
     v = PlistValue(std::move(*bytes));
     return true;
   }
@@ -226,7 +236,8 @@ Result<std::string> PlistJson::write(const PlistValue& value) {
   try {
     Json json;
     std::string error;
-    if (!toJson(value, 0, json, error)) return Result<std::string>::failure(std::move(error));
+    if (!toJson(value, 0, json, error))
+      return Result<std::string>::failure(std::move(error));
     return json.dump(2, ' ', false, nlohmann::json::error_handler_t::strict);
   } catch (const std::exception& e) {
     return Result<std::string>::failure(e.what());

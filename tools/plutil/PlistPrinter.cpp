@@ -17,11 +17,21 @@ void quoted(const std::string& s, std::string& out) {
   out += '"';
   for (char c : s) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
           char buf[8];
@@ -47,7 +57,8 @@ void print(const PlistValue& v, size_t indent, std::string& out) {
     case PlistValue::Type::real: {
       // A real keeps a fraction or exponent, so it is never mistaken for an integer.
       std::string text = realText(v.real());
-      if (text.find_first_of(".eEn") == std::string::npos) text += ".0";
+      if (text.find_first_of(".eEn") == std::string::npos)
+        text += ".0";
       out += text;
       break;
     }
@@ -103,7 +114,8 @@ void civilFromDays(std::int64_t z, std::int64_t& y, unsigned& m, unsigned& d) {
   const unsigned mp = (5 * doy + 2) / 153;
   d = doy - (153 * mp + 2) / 5 + 1;
   m = mp < 10 ? mp + 3 : mp - 9;
-  if (m <= 2) ++y;
+  if (m <= 2)
+    ++y;
 }
 
 }  // namespace

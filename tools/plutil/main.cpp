@@ -42,21 +42,26 @@ std::string systemError(const std::string& what, const std::string& path) {
 
 Result<Data> readAll(const std::string& path) {
   int fd = path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return Result<Data>::failure(systemError("open", path));
+  if (fd < 0)
+    return Result<Data>::failure(systemError("open", path));
   Data bytes;
   std::uint8_t buf[65536];
   for (;;) {
     ssize_t n = ::read(fd, buf, sizeof buf);
-    if (n == 0) break;
+    if (n == 0)
+      break;
     if (n < 0) {
-      if (errno == EINTR) continue;
+      if (errno == EINTR)
+        continue;
       auto error = systemError("read", path);
-      if (fd != STDIN_FILENO) ::close(fd);
+      if (fd != STDIN_FILENO)
+        ::close(fd);
       return Result<Data>::failure(error);
     }
     bytes.insert(bytes.end(), buf, buf + n);
   }
-  if (fd != STDIN_FILENO) ::close(fd);
+  if (fd != STDIN_FILENO)
+    ::close(fd);
   return bytes;
 }
 
@@ -65,7 +70,8 @@ bool writeFully(int fd, const std::string& bytes) {
   while (done < bytes.size()) {
     ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
     if (n < 0) {
-      if (errno == EINTR) continue;
+      if (errno == EINTR)
+        continue;
       return false;
     }
     done += static_cast<size_t>(n);
@@ -77,12 +83,14 @@ bool writeFully(int fd, const std::string& bytes) {
 // leaves a preferences file as it was. An existing file keeps its permissions.
 std::optional<std::string> writeOut(const std::string& path, const std::string& bytes) {
   if (path == "-") {
-    if (!writeFully(STDOUT_FILENO, bytes)) return systemError("write", "standard output");
+    if (!writeFully(STDOUT_FILENO, bytes))
+      return systemError("write", "standard output");
     return std::nullopt;
   }
   std::string temp = path + ".nimbrel-plutil-XXXXXX";
   int fd = ::mkstemp(temp.data());
-  if (fd < 0) return systemError("create a file beside", path);
+  if (fd < 0)
+    return systemError("create a file beside", path);
   struct stat st {};
   mode_t mode = ::stat(path.c_str(), &st) == 0 ? (st.st_mode & 07777) : 0644;
   bool ok = ::fchmod(fd, mode) == 0 && writeFully(fd, bytes);
@@ -97,7 +105,8 @@ std::optional<std::string> writeOut(const std::string& path, const std::string& 
 
 Result<PlistValue> parse(const Data& bytes) {
   std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  if (text.starts_with("bplist")) return BinaryPropertyList::read(bytes);
+  if (text.starts_with("bplist"))
+    return BinaryPropertyList::read(bytes);
   auto start = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
   if (start != std::string_view::npos && text[start] == '<') {
     return Result<PlistValue>::failure("XML property lists are not supported");
@@ -116,33 +125,43 @@ std::optional<std::string> parseArguments(int argc, char** argv, Options& o) {
   for (int i = 1; i < argc; ++i) {
     std::string_view arg = argv[i];
     auto value = [&]() -> std::optional<std::string> {
-      if (i + 1 >= argc) return std::nullopt;
+      if (i + 1 >= argc)
+        return std::nullopt;
       return std::string(argv[++i]);
     };
     if (arg == "-convert") {
-      if (o.mode != Options::Mode::none) return "-convert and -p cannot be combined";
+      if (o.mode != Options::Mode::none)
+        return "-convert and -p cannot be combined";
       auto f = value();
-      if (!f) return "-convert needs a format (json or binary1)";
-      if (*f != "json" && *f != "binary1") return "unknown format \"" + *f + "\" (json or binary1)";
+      if (!f)
+        return "-convert needs a format (json or binary1)";
+      if (*f != "json" && *f != "binary1")
+        return "unknown format \"" + *f + "\" (json or binary1)";
       o.mode = Options::Mode::convert;
       o.format = *f;
     } else if (arg == "-p") {
-      if (o.mode != Options::Mode::none) return "-convert and -p cannot be combined";
+      if (o.mode != Options::Mode::none)
+        return "-convert and -p cannot be combined";
       o.mode = Options::Mode::print;
     } else if (arg == "-o") {
       auto out = value();
-      if (!out) return "-o needs a file name";
+      if (!out)
+        return "-o needs a file name";
       o.output = *out;
     } else if (arg.size() > 1 && arg[0] == '-') {
       return "unknown option " + std::string(arg);
     } else {
-      if (o.input) return "only one file at a time";
+      if (o.input)
+        return "only one file at a time";
       o.input = std::string(arg);
     }
   }
-  if (o.mode == Options::Mode::none) return "nothing to do: give -convert or -p";
-  if (!o.input) return "no file given";
-  if (o.mode == Options::Mode::print && o.output) return "-o goes with -convert only";
+  if (o.mode == Options::Mode::none)
+    return "nothing to do: give -convert or -p";
+  if (!o.input)
+    return "no file given";
+  if (o.mode == Options::Mode::print && o.output)
+    return "-o goes with -convert only";
   return std::nullopt;
 }
 
@@ -155,32 +174,39 @@ int run(int argc, char** argv) {
     }
   }
   Options o;
-  if (auto error = parseArguments(argc, argv, o)) return fail(*error + " (" + kUsage + ")");
+  if (auto error = parseArguments(argc, argv, o))
+    return fail(*error + " (" + kUsage + ")");
 
   auto bytes = readAll(*o.input);
-  if (!bytes) return fail(bytes.error());
+  if (!bytes)
+    return fail(bytes.error());
   auto value = parse(*bytes);
-  if (!value) return fail(*o.input + ": " + value.error());
+  if (!value)
+    return fail(*o.input + ": " + value.error());
 
   if (o.mode == Options::Mode::print) {
     auto text = PlistPrinter::print(*value);
-    if (auto error = writeOut("-", text)) return fail(*error);
+    if (auto error = writeOut("-", text))
+      return fail(*error);
     return 0;
   }
 
   std::string out;
   if (o.format == "json") {
     auto json = PlistJson::write(*value);
-    if (!json) return fail(*o.input + ": " + json.error());
+    if (!json)
+      return fail(*o.input + ": " + json.error());
     out = std::move(*json);
     out += '\n';
   } else {
     auto binary = BinaryPropertyList::write(*value);
-    if (!binary) return fail(*o.input + ": " + binary.error());
+    if (!binary)
+      return fail(*o.input + ": " + binary.error());
     out.assign(binary->begin(), binary->end());
   }
   std::string destination = o.output.value_or(*o.input);
-  if (auto error = writeOut(destination, out)) return fail(*error);
+  if (auto error = writeOut(destination, out))
+    return fail(*error);
   return 0;
 }
 

@@ -34,7 +34,8 @@ constexpr std::uint8_t kDict = 0xD0;
 // written: CoreFoundation's reader refuses files where those limits do not fit.
 std::uint8_t bytesToHold(std::uint64_t value) {
   std::uint8_t n = 1;
-  while (n < 8 && (value >> (8 * n)) != 0) ++n;
+  while (n < 8 && (value >> (8 * n)) != 0)
+    ++n;
   return n;
 }
 
@@ -56,7 +57,8 @@ std::uint64_t readBE(const std::uint8_t* p, size_t n) {
     }
     default: {
       std::uint64_t v = 0;
-      for (size_t i = 0; i < n; ++i) v = (v << 8) | p[i];
+      for (size_t i = 0; i < n; ++i)
+        v = (v << 8) | p[i];
       return v;
     }
   }
@@ -72,12 +74,14 @@ bool isAscii(const void* bytes, size_t n) {
   while (n >= 8) {
     std::uint64_t w;
     std::memcpy(&w, p, 8);
-    if (w & 0x8080808080808080ull) return false;
+    if (w & 0x8080808080808080ull)
+      return false;
     p += 8;
     n -= 8;
   }
   for (; n > 0; --n, ++p) {
-    if (static_cast<unsigned char>(*p) >= 0x80) return false;
+    if (static_cast<unsigned char>(*p) >= 0x80)
+      return false;
   }
   return true;
 }
@@ -105,13 +109,16 @@ bool forEachUtf16Unit(const std::string& s, Unit&& unit) {
     } else {
       return false;
     }
-    if (end - p < extra) return false;
+    if (end - p < extra)
+      return false;
     for (int i = 0; i < extra; ++i) {
-      if ((p[i] & 0xC0) != 0x80) return false;
+      if ((p[i] & 0xC0) != 0x80)
+        return false;
       c = (c << 6) | (p[i] & 0x3F);
     }
     p += extra;
-    if (c < min || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) return false;
+    if (c < min || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
+      return false;
     if (c >= 0x10000) {
       c -= 0x10000;
       unit(static_cast<std::uint16_t>(0xD800 | (c >> 10)));
@@ -155,14 +162,16 @@ class StringIds {
  public:
   struct Slot;
   struct Entry;
-  StringIds(std::vector<Slot>& slots, std::vector<Entry>& entries) : slots_(slots), entries_(entries) {
+  StringIds(std::vector<Slot>& slots, std::vector<Entry>& entries)
+      : slots_(slots), entries_(entries) {
     slots_.assign(1024, Slot{});
     entries_.clear();
   }
 
   // The id of an equal string met before, or `fresh` after recording `s` under it.
   std::uint32_t intern(const std::string& s, std::uint32_t fresh, bool& inserted) {
-    if ((entries_.size() + 1) * 2 > slots_.size()) grow();
+    if ((entries_.size() + 1) * 2 > slots_.size())
+      grow();
     auto h = static_cast<std::uint32_t>(hashBytes(s.data(), s.size()));
     size_t mask = slots_.size() - 1;
     for (size_t i = h & mask;; i = (i + 1) & mask) {
@@ -183,7 +192,8 @@ class StringIds {
   // For messages only: a linear search.
   std::string textOf(std::uint32_t id) const {
     for (const Entry& e : entries_) {
-      if (e.id == id) return *e.text;
+      if (e.id == id)
+        return *e.text;
     }
     return {};
   }
@@ -202,7 +212,6 @@ class StringIds {
   };
 
  private:
-
   void grow() {
     size_t mask = slots_.size() * 2 - 1;
     slots_.resize(slots_.size() * 2);
@@ -212,7 +221,8 @@ class StringIds {
       const std::string& s = *entries_[e].text;
       auto h = static_cast<std::uint32_t>(hashBytes(s.data(), s.size()));
       size_t i = h & mask;
-      while (slots_[i].entry != kEmpty) i = (i + 1) & mask;
+      while (slots_[i].entry != kEmpty)
+        i = (i + 1) & mask;
       slots_[i] = Slot{h, static_cast<std::uint32_t>(e)};
     }
   }
@@ -233,7 +243,8 @@ struct WriterScratch {
   void trim() {
     size_t bytes = refs.capacity() * sizeof(refs[0]) + slots.capacity() * sizeof(slots[0]) +
                    entries.capacity() * sizeof(entries[0]);
-    if (bytes > kKeepBytes) *this = WriterScratch();
+    if (bytes > kKeepBytes)
+      *this = WriterScratch();
   }
 };
 
@@ -246,7 +257,8 @@ class Writer {
 
   Result<Data> run(const PlistValue& root) {
     std::uint32_t top;
-    if (!collect(root, 0, top)) return Result<Data>::failure(std::move(error_));
+    if (!collect(root, 0, top))
+      return Result<Data>::failure(std::move(error_));
     return emit(root);
   }
 
@@ -259,12 +271,14 @@ class Writer {
   }
 
   static size_t markerSize(size_t count) {
-    if (count < 15) return 1;
+    if (count < 15)
+      return 1;
     return count <= 0xFF ? 3 : count <= 0xFFFF ? 4 : count <= 0xFFFFFFFFull ? 6 : 10;
   }
 
   bool newObject(std::uint32_t& id, size_t bytes) {
-    if (count_ >= kMaxObjects || refs_.size() >= kMaxObjects) return fail("too many objects");
+    if (count_ >= kMaxObjects || refs_.size() >= kMaxObjects)
+      return fail("too many objects");
     id = count_++;
     bytes_ += bytes;
     return true;
@@ -273,10 +287,13 @@ class Writer {
   bool string(const std::string& s, std::uint32_t& id) {
     bool inserted;
     id = strings_.intern(s, count_, inserted);
-    if (!inserted) return true;
-    if (isAscii(s.data(), s.size())) return newObject(id, markerSize(s.size()) + s.size());
+    if (!inserted)
+      return true;
+    if (isAscii(s.data(), s.size()))
+      return newObject(id, markerSize(s.size()) + s.size());
     size_t units;
-    if (!utf16Length(s, units)) return fail("string is not valid UTF-8");
+    if (!utf16Length(s, units))
+      return fail("string is not valid UTF-8");
     return newObject(id, markerSize(units) + 2 * units);
   }
 
@@ -287,34 +304,42 @@ class Writer {
       case PlistValue::Type::string:
         return string(v.string(), id);
       case PlistValue::Type::array: {
-        if (depth >= BinaryPropertyList::kMaxNesting) return fail(nestingError());
+        if (depth >= BinaryPropertyList::kMaxNesting)
+          return fail(nestingError());
         const auto& array = v.array();
-        if (!newObject(id, markerSize(array.size()))) return false;
+        if (!newObject(id, markerSize(array.size())))
+          return false;
         size_t base = refs_.size();
         refs_.resize(base + array.size());
         for (size_t i = 0; i < array.size(); ++i) {
           std::uint32_t child;
-          if (!collect(array[i], depth + 1, child)) return false;
+          if (!collect(array[i], depth + 1, child))
+            return false;
           refs_[base + i] = child;
         }
         return true;
       }
       case PlistValue::Type::dictionary: {
-        if (depth >= BinaryPropertyList::kMaxNesting) return fail(nestingError());
+        if (depth >= BinaryPropertyList::kMaxNesting)
+          return fail(nestingError());
         const auto& dict = v.dictionary();
         size_t n = dict.size();
-        if (!newObject(id, markerSize(n))) return false;
+        if (!newObject(id, markerSize(n)))
+          return false;
         size_t base = refs_.size();
         refs_.resize(base + 2 * n);
         for (size_t i = 0; i < n; ++i) {
           std::uint32_t key;
-          if (!string(dict[i].first, key)) return false;
+          if (!string(dict[i].first, key))
+            return false;
           refs_[base + i] = key;
         }
-        if (!distinctKeys(base, n)) return false;
+        if (!distinctKeys(base, n))
+          return false;
         for (size_t i = 0; i < n; ++i) {
           std::uint32_t child;
-          if (!collect(dict[i].second, depth + 1, child)) return false;
+          if (!collect(dict[i].second, depth + 1, child))
+            return false;
           refs_[base + n + i] = child;
         }
         return true;
@@ -323,7 +348,11 @@ class Writer {
         return newObject(id, 1);
       case PlistValue::Type::integer: {
         std::int64_t i = v.integer();
-        return newObject(id, i < 0 ? 9 : i <= 0xFF ? 2 : i <= 0xFFFF ? 3 : i <= 0xFFFFFFFFll ? 5 : 9);
+        return newObject(id, i < 0               ? 9
+                             : i <= 0xFF         ? 2
+                             : i <= 0xFFFF       ? 3
+                             : i <= 0xFFFFFFFFll ? 5
+                                                 : 9);
       }
       case PlistValue::Type::data:
         return newObject(id, markerSize(v.data().size()) + v.data().size());
@@ -344,7 +373,8 @@ class Writer {
     if (n <= 16) {
       for (size_t i = 1; i < n; ++i) {
         for (size_t j = 0; j < i; ++j) {
-          if (keys[i] == keys[j]) return repeatedKey(keys[i]);
+          if (keys[i] == keys[j])
+            return repeatedKey(keys[i]);
         }
       }
       return true;
@@ -394,7 +424,8 @@ class Writer {
   }
 
   void putBytes(const void* bytes, size_t n) {
-    if (n == 0) return;
+    if (n == 0)
+      return;
     std::memcpy(p_, bytes, n);
     p_ += n;
   }
@@ -403,7 +434,8 @@ class Writer {
     const std::uint32_t* refs = refs_.data() + first;
     switch (refSize_) {
       case 1:
-        for (size_t i = 0; i < n; ++i) *p_++ = static_cast<std::uint8_t>(refs[i]);
+        for (size_t i = 0; i < n; ++i)
+          *p_++ = static_cast<std::uint8_t>(refs[i]);
         break;
       case 2:
         for (size_t i = 0; i < n; ++i) {
@@ -412,7 +444,8 @@ class Writer {
         }
         break;
       default:
-        for (size_t i = 0; i < n; ++i) putBE(refs[i], refSize_);
+        for (size_t i = 0; i < n; ++i)
+          putBE(refs[i], refSize_);
     }
   }
 
@@ -426,7 +459,8 @@ class Writer {
   }
 
   void putString(const std::string& s, std::uint32_t id) {
-    if (id != written_) return;  // met before
+    if (id != written_)
+      return;  // met before
     startObject(id);
     if (isAscii(s.data(), s.size())) {
       putMarker(kAscii, s.size());
@@ -443,7 +477,8 @@ class Writer {
   }
 
   void put(const PlistValue& v, std::uint32_t id) {
-    if (v.isString()) return putString(v.string(), id);
+    if (v.isString())
+      return putString(v.string(), id);
     startObject(id);
     switch (v.type()) {
       case PlistValue::Type::boolean:
@@ -470,7 +505,8 @@ class Writer {
         cursor_ += array.size();
         putMarker(kArray, array.size());
         putRefs(base, array.size());
-        for (size_t i = 0; i < array.size(); ++i) put(array[i], refs_[base + i]);
+        for (size_t i = 0; i < array.size(); ++i)
+          put(array[i], refs_[base + i]);
         break;
       }
       case PlistValue::Type::dictionary: {
@@ -480,8 +516,10 @@ class Writer {
         cursor_ += 2 * n;
         putMarker(kDict, n);
         putRefs(base, 2 * n);
-        for (size_t i = 0; i < n; ++i) putString(dict[i].first, refs_[base + i]);
-        for (size_t i = 0; i < n; ++i) put(dict[i].second, refs_[base + n + i]);
+        for (size_t i = 0; i < n; ++i)
+          putString(dict[i].first, refs_[base + i]);
+        for (size_t i = 0; i < n; ++i)
+          put(dict[i].second, refs_[base + n + i]);
         break;
       }
       case PlistValue::Type::string:
@@ -498,9 +536,11 @@ class Writer {
     table_ = start_ + tableOffset;
     putBytes(kMagic, sizeof kMagic);
     put(root, 0);
-    if (p_ != table_ || written_ != count_) fatalError("property list writer miscounted its output");
+    if (p_ != table_ || written_ != count_)
+      fatalError("property list writer miscounted its output");
     p_ += count_ * offsetSize_;
-    for (int i = 0; i < 6; ++i) *p_++ = 0;
+    for (int i = 0; i < 6; ++i)
+      *p_++ = 0;
     *p_++ = offsetSize_;
     *p_++ = refSize_;
     putBE(count_, 8);
@@ -556,12 +596,15 @@ class Reader {
   }
 
   bool trailer() {
-    if (size_ < kHeaderSize) return fail("truncated header");
-    if (std::memcmp(b_, kMagic, 6) != 0) return fail("not a binary property list");
+    if (size_ < kHeaderSize)
+      return fail("truncated header");
+    if (std::memcmp(b_, kMagic, 6) != 0)
+      return fail("not a binary property list");
     if (std::memcmp(b_ + 6, kMagic + 6, 2) != 0) {
       return fail("unsupported format version \"" + std::string(b_ + 6, b_ + 8) + "\"");
     }
-    if (size_ < kHeaderSize + kTrailerSize) return fail("truncated trailer");
+    if (size_ < kHeaderSize + kTrailerSize)
+      return fail("truncated trailer");
     const std::uint8_t* t = b_ + size_ - kTrailerSize;
     offsetSize_ = t[6];
     refSize_ = t[7];
@@ -574,7 +617,8 @@ class Reader {
     if (refSize_ < 1 || refSize_ > 8) {
       return fail("bad object reference size " + std::to_string(refSize_) + " in trailer");
     }
-    if (count_ == 0) return fail("trailer claims no objects");
+    if (count_ == 0)
+      return fail("trailer claims no objects");
     if (top_ >= count_) {
       return fail("top object " + std::to_string(top_) + " out of range of " +
                   std::to_string(count_) + " objects");
@@ -629,16 +673,24 @@ class Reader {
 
   // The length of the object's payload, in the units its kind counts, from the low nibble or
   // the integer that follows. `pos` moves past the marker and any count.
-  [[gnu::always_inline]] bool count(std::uint64_t obj, std::uint8_t marker, size_t& pos, std::uint64_t& n) {
+  [[gnu::always_inline]] bool count(std::uint64_t obj,
+                                    std::uint8_t marker,
+                                    size_t& pos,
+                                    std::uint64_t& n) {
     n = marker & 0x0F;
-    if (n != 0x0F) return true;
-    if (pos >= tableOffset_) return failObject(obj, "is truncated");
+    if (n != 0x0F)
+      return true;
+    if (pos >= tableOffset_)
+      return failObject(obj, "is truncated");
     std::uint8_t m = b_[pos];
-    if ((m & 0xF0) != kInt || (m & 0x0F) > 3) return failObject(obj, "has a malformed count");
+    if ((m & 0xF0) != kInt || (m & 0x0F) > 3)
+      return failObject(obj, "has a malformed count");
     size_t len = size_t{1} << (m & 0x0F);
-    if (tableOffset_ - pos - 1 < len) return failObject(obj, "is truncated");
+    if (tableOffset_ - pos - 1 < len)
+      return failObject(obj, "is truncated");
     n = readBE(b_ + pos + 1, len);
-    if (len == 8 && (n >> 63) != 0) return failObject(obj, "has a negative count");
+    if (len == 8 && (n >> 63) != 0)
+      return failObject(obj, "has a negative count");
     pos += 1 + len;
     return true;
   }
@@ -656,56 +708,70 @@ class Reader {
     std::uint8_t m = b_[pos++];
     switch (m >> 4) {
       case 0x0:
-        if (m != kFalse && m != kTrue) break;
+        if (m != kFalse && m != kTrue)
+          break;
         emit(m == kTrue);
         return true;
       case 0x1: {
         std::int64_t v;
-        if (!integer(obj, m, pos, v)) return false;
+        if (!integer(obj, m, pos, v))
+          return false;
         emit(v);
         return true;
       }
       case 0x2: {
         double v;
-        if (!real(obj, m, pos, v)) return false;
+        if (!real(obj, m, pos, v))
+          return false;
         emit(v);
         return true;
       }
       case 0x3:
-        if (m != kDate) break;
-        if (!present(pos, 1, 8)) return failObject(obj, "is truncated");
+        if (m != kDate)
+          break;
+        if (!present(pos, 1, 8))
+          return failObject(obj, "is truncated");
         emit(Date{std::bit_cast<double>(readBE(b_ + pos, 8))});
         return true;
       case 0x4: {
         std::uint64_t n;
-        if (!count(obj, m, pos, n)) return false;
-        if (!present(pos, n, 1)) return failObject(obj, "is truncated");
-        if (!charge(n)) return false;
+        if (!count(obj, m, pos, n))
+          return false;
+        if (!present(pos, n, 1))
+          return failObject(obj, "is truncated");
+        if (!charge(n))
+          return false;
         emit(Data(b_ + pos, b_ + pos + n));
         return true;
       }
       case 0x5:
       case 0x6: {
         std::string s;
-        if (!string(obj, m, pos, s)) return false;
+        if (!string(obj, m, pos, s))
+          return false;
         emit(std::move(s));
         return true;
       }
       case 0xA: {
         std::uint64_t n;
-        if (!count(obj, m, pos, n) || !refs(obj, pos, n, depth)) return false;
-        if (!charge(n * sizeof(PlistValue))) return false;
+        if (!count(obj, m, pos, n) || !refs(obj, pos, n, depth))
+          return false;
+        if (!charge(n * sizeof(PlistValue)))
+          return false;
         return array(obj, pos, n, depth, emit(PlistValue::Array{}).array());
       }
       case 0xD: {
         std::uint64_t n;
-        if (!count(obj, m, pos, n)) return false;
+        if (!count(obj, m, pos, n))
+          return false;
         // Keys then values: twice as many references as entries.
         if (n > std::numeric_limits<std::uint64_t>::max() / 2) {
           return failObject(obj, "is truncated");
         }
-        if (!refs(obj, pos, 2 * n, depth)) return false;
-        if (!charge(n * sizeof(PlistValue::Dictionary::value_type))) return false;
+        if (!refs(obj, pos, 2 * n, depth))
+          return false;
+        if (!charge(n * sizeof(PlistValue::Dictionary::value_type)))
+          return false;
         return dictionary(obj, pos, n, depth, emit(PlistValue::Dictionary{}).dictionary());
       }
       default:
@@ -715,16 +781,19 @@ class Reader {
   }
 
   bool integer(std::uint64_t obj, std::uint8_t m, size_t pos, std::int64_t& v) {
-    if ((m & 0x0F) > 4) return failObject(obj, "has unsupported marker " + hexByte(m));
+    if ((m & 0x0F) > 4)
+      return failObject(obj, "has unsupported marker " + hexByte(m));
     size_t len = size_t{1} << (m & 0x0F);
-    if (!present(pos, len, 1)) return failObject(obj, "is truncated");
+    if (!present(pos, len, 1))
+      return failObject(obj, "is truncated");
     const std::uint8_t* p = b_ + pos;
     if (len == 16) {
       // Signed 128-bit; only the values a 64-bit integer can hold are taken.
       std::uint64_t high = readBE(p, 8);
       std::uint64_t low = readBE(p + 8, 8);
       std::uint64_t signFill = (low >> 63) ? ~std::uint64_t{0} : 0;
-      if (high != signFill) return failObject(obj, "is an integer too large for 64 bits");
+      if (high != signFill)
+        return failObject(obj, "is an integer too large for 64 bits");
       v = static_cast<std::int64_t>(low);
     } else {
       // 1, 2 and 4 bytes are unsigned; 8 bytes are signed.
@@ -735,12 +804,14 @@ class Reader {
 
   bool real(std::uint64_t obj, std::uint8_t m, size_t pos, double& v) {
     if (m == 0x22) {
-      if (!present(pos, 1, 4)) return failObject(obj, "is truncated");
+      if (!present(pos, 1, 4))
+        return failObject(obj, "is truncated");
       v = std::bit_cast<float>(static_cast<std::uint32_t>(readBE(b_ + pos, 4)));
       return true;
     }
     if (m == kReal64) {
-      if (!present(pos, 1, 8)) return failObject(obj, "is truncated");
+      if (!present(pos, 1, 8))
+        return failObject(obj, "is truncated");
       v = std::bit_cast<double>(readBE(b_ + pos, 8));
       return true;
     }
@@ -749,23 +820,29 @@ class Reader {
 
   bool string(std::uint64_t obj, std::uint8_t m, size_t pos, std::string& out) {
     std::uint64_t n;
-    if (!count(obj, m, pos, n)) return false;
+    if (!count(obj, m, pos, n))
+      return false;
     const std::uint8_t* p = b_ + pos;
     if ((m & 0xF0) == kAscii) {
-      if (!present(pos, n, 1)) return failObject(obj, "is truncated");
-      if (!isAscii(p, n)) return failObject(obj, "is an ASCII string with a byte above 0x7f");
-      if (!charge(n)) return false;
+      if (!present(pos, n, 1))
+        return failObject(obj, "is truncated");
+      if (!isAscii(p, n))
+        return failObject(obj, "is an ASCII string with a byte above 0x7f");
+      if (!charge(n))
+        return false;
       out.assign(reinterpret_cast<const char*>(p), n);
       return true;
     }
-    if (!present(pos, n, 2)) return failObject(obj, "is truncated");
+    if (!present(pos, n, 2))
+      return failObject(obj, "is truncated");
     out.clear();
     out.reserve(n);
     for (std::uint64_t i = 0; i < n; ++i) {
       std::uint32_t c = (std::uint32_t{p[2 * i]} << 8) | p[2 * i + 1];
       if (c >= 0xD800 && c <= 0xDFFF) {
         std::uint32_t low = 0;
-        if (i + 1 < n) low = (std::uint32_t{p[2 * i + 2]} << 8) | p[2 * i + 3];
+        if (i + 1 < n)
+          low = (std::uint32_t{p[2 * i + 2]} << 8) | p[2 * i + 3];
         if (c >= 0xDC00 || low < 0xDC00 || low > 0xDFFF) {
           return failObject(obj, "is malformed UTF-16");
         }
@@ -801,7 +878,8 @@ class Reader {
       return fail("nesting deeper than " + std::to_string(BinaryPropertyList::kMaxNesting) +
                   " levels");
     }
-    if (!present(pos, n, refSize_)) return failObject(obj, "is truncated");
+    if (!present(pos, n, refSize_))
+      return failObject(obj, "is truncated");
     return true;
   }
 
@@ -833,7 +911,8 @@ class Reader {
         return failObject(obj, "has a key that is not a string (object " + std::to_string(k) + ")");
       }
       cached.object = kNoObject;
-      if (!string(k, km, kpos, cached.text)) return false;
+      if (!string(k, km, kpos, cached.text))
+        return false;
       cached.object = k;
     } else if (!charge(cached.text.size())) {
       return false;
@@ -842,7 +921,10 @@ class Reader {
     return true;
   }
 
-  bool array(std::uint64_t obj, size_t pos, std::uint64_t n, size_t depth,
+  bool array(std::uint64_t obj,
+             size_t pos,
+             std::uint64_t n,
+             size_t depth,
              PlistValue::Array& items) {
     items.reserve(n);
     auto append = [&items](auto&& v) -> PlistValue& {
@@ -852,13 +934,17 @@ class Reader {
     const std::uint8_t* p = b_ + pos;
     for (std::uint64_t i = 0; i < n; ++i, p += refSize_) {
       std::uint64_t r = refAt(p);
-      if (!child(obj, r) || !object(r, depth + 1, append)) return false;
+      if (!child(obj, r) || !object(r, depth + 1, append))
+        return false;
     }
     onPath_[obj] = 0;
     return true;
   }
 
-  bool dictionary(std::uint64_t obj, size_t pos, std::uint64_t n, size_t depth,
+  bool dictionary(std::uint64_t obj,
+                  size_t pos,
+                  std::uint64_t n,
+                  size_t depth,
                   PlistValue::Dictionary& entries) {
     entries.reserve(n);
     std::string key;
@@ -872,9 +958,11 @@ class Reader {
     const std::uint8_t* keys = b_ + pos;
     const std::uint8_t* values = keys + n * refSize_;
     for (std::uint64_t i = 0; i < n; ++i) {
-      if (!this->key(obj, refAt(keys + i * refSize_), key)) return false;
+      if (!this->key(obj, refAt(keys + i * refSize_), key))
+        return false;
       std::uint64_t r = refAt(values + i * refSize_);
-      if (!child(obj, r) || !object(r, depth + 1, append)) return false;
+      if (!child(obj, r) || !object(r, depth + 1, append))
+        return false;
     }
     onPath_[obj] = 0;
     return distinctKeys(obj, entries);
@@ -885,14 +973,16 @@ class Reader {
     if (n <= 16) {
       for (size_t i = 1; i < n; ++i) {
         for (size_t j = 0; j < i; ++j) {
-          if (entries[i].first == entries[j].first) return repeatedKey(obj, entries[i].first);
+          if (entries[i].first == entries[j].first)
+            return repeatedKey(obj, entries[i].first);
         }
       }
       return true;
     }
     std::vector<std::string_view> keys;
     keys.reserve(n);
-    for (const auto& e : entries) keys.emplace_back(e.first);
+    for (const auto& e : entries)
+      keys.emplace_back(e.first);
     std::sort(keys.begin(), keys.end());
     auto it = std::adjacent_find(keys.begin(), keys.end());
     return it == keys.end() || repeatedKey(obj, *it);
@@ -934,6 +1024,7 @@ Result<Data> BinaryPropertyList::write(const PlistValue& root) {
 }
 
 Result<PlistValue> BinaryPropertyList::read(const std::uint8_t* bytes, size_t size) {
-  if (!bytes) size = 0;
+  if (!bytes)
+    size = 0;
   return Reader(bytes, size).run();
 }
