@@ -122,7 +122,7 @@ class Builder : public nlohmann::json_sax<Json> {
   bool end_object() override {
     PlistValue v = std::move(stack_.back().value);
     stack_.pop_back();
-    if (!distinctKeys(v.dictionary()) || !special(v))
+    if (!distinctKeys(v.dictionary()) || !unwrapTagged(v))
       return false;
     return add(std::move(v));
   }
@@ -189,7 +189,7 @@ class Builder : public nlohmann::json_sax<Json> {
   }
 
   // Turns {"$date": ...} and {"$data": ...} into the values they stand for, in place.
-  bool special(PlistValue& v) {
+  bool unwrapTagged(PlistValue& v) {
     const auto& entries = v.dictionary();
     const PlistValue* date = v.find(kDateKey);
     const PlistValue* data = v.find(kDataKey);
