@@ -18,7 +18,7 @@ void fatalError(std::string_view message, std::string_view file, int line) {
   std::abort();
 }
 
-void fatalError(std::string_view message, std::source_location where) {
+void fatalError(std::string_view message, FatalErrorLocation where) {
   std::string_view file = where.file_name();
   // Report the path from the source root, as a reader of the line would look it up.
   if (auto pos = file.rfind("/src/"); pos != std::string_view::npos) file.remove_prefix(pos + 5);

@@ -39,24 +39,36 @@ std::string hex(std::string_view s) {
 std::string hexBits(double d) {
   std::uint64_t bits = std::bit_cast<std::uint64_t>(d);
   std::uint8_t be[8];
-  for (int i = 0; i < 8; ++i) be[i] = static_cast<std::uint8_t>(bits >> (56 - 8 * i));
+  for (int i = 0; i < 8; ++i)
+    be[i] = static_cast<std::uint8_t>(bits >> (56 - 8 * i));
   return hex(be, 8);
 }
 
 // The line format plistlib_interop.py reads: exact for every value, trivial on both sides.
 void manifest(const PlistValue& v, std::string& out) {
   switch (v.type()) {
-    case PlistValue::Type::boolean: out += v.boolean() ? "b 1\n" : "b 0\n"; break;
-    case PlistValue::Type::integer: out += "i " + std::to_string(v.integer()) + "\n"; break;
-    case PlistValue::Type::real: out += "r " + hexBits(v.real()) + "\n"; break;
+    case PlistValue::Type::boolean:
+      out += v.boolean() ? "b 1\n" : "b 0\n";
+      break;
+    case PlistValue::Type::integer:
+      out += "i " + std::to_string(v.integer()) + "\n";
+      break;
+    case PlistValue::Type::real:
+      out += "r " + hexBits(v.real()) + "\n";
+      break;
     case PlistValue::Type::date:
       out += "t " + hexBits(v.date().timeIntervalSinceReferenceDate) + "\n";
       break;
-    case PlistValue::Type::data: out += "x " + hex(v.data().data(), v.data().size()) + "\n"; break;
-    case PlistValue::Type::string: out += "s " + hex(v.string()) + "\n"; break;
+    case PlistValue::Type::data:
+      out += "x " + hex(v.data().data(), v.data().size()) + "\n";
+      break;
+    case PlistValue::Type::string:
+      out += "s " + hex(v.string()) + "\n";
+      break;
     case PlistValue::Type::array:
       out += "a " + std::to_string(v.array().size()) + "\n";
-      for (const auto& item : v.array()) manifest(item, out);
+      for (const auto& item : v.array())
+        manifest(item, out);
       break;
     case PlistValue::Type::dictionary:
       out += "d " + std::to_string(v.dictionary().size()) + "\n";
@@ -72,21 +84,22 @@ void manifest(const PlistValue& v, std::string& out) {
 // plistlib shares equal values, and to Python those two are equal.
 PlistValue everyType() {
   PlistValue::Array many;
-  for (int i = 0; i < 300; ++i) many.emplace_back("item " + std::to_string(i));
+  for (int i = 0; i < 300; ++i)
+    many.emplace_back("item " + std::to_string(i));
   return PlistValue(PlistValue::Dictionary{
-      {"ints", PlistValue::Array{0, 255, 256, 65535, 65536, std::int64_t{0xFFFFFFFF},
-                                 std::int64_t{0x100000000}, -1,
-                                 std::numeric_limits<std::int64_t>::min(),
-                                 std::numeric_limits<std::int64_t>::max()}},
-      {"reals", PlistValue::Array{-0.0, 0.1, -2.5e-300, 1e300,
-                                  std::numeric_limits<double>::infinity(),
-                                  std::numeric_limits<double>::denorm_min()}},
-      {"dates", PlistValue::Array{Date{0}, Date{-978307200.0}, Date{785000000.5},
-                                  Date{-63000000000.25}}},
+      {"ints",
+       PlistValue::Array{0, 255, 256, 65535, 65536, std::int64_t{0xFFFFFFFF},
+                         std::int64_t{0x100000000}, -1, std::numeric_limits<std::int64_t>::min(),
+                         std::numeric_limits<std::int64_t>::max()}},
+      {"reals",
+       PlistValue::Array{-0.0, 0.1, -2.5e-300, 1e300, std::numeric_limits<double>::infinity(),
+                         std::numeric_limits<double>::denorm_min()}},
+      {"dates",
+       PlistValue::Array{Date{0}, Date{-978307200.0}, Date{785000000.5}, Date{-63000000000.25}}},
       {"flags", PlistValue::Array{true, false}},
       {"data", PlistValue::Array{Data{}, Data{0, 1, 0xFF}, Data(400, 0x5A)}},
-      {"strings", PlistValue::Array{"", "plain", std::string(5000, 'L'), "Résumé 2026.pdf",
-                                    "写真", "😀 astral 𝄞", std::string("nul\0in", 6)}},
+      {"strings", PlistValue::Array{"", "plain", std::string(5000, 'L'), "Résumé 2026.pdf", "写真",
+                                    "😀 astral 𝄞", std::string("nul\0in", 6)}},
       {"Schlüssel mit Umlaut", "non-ASCII key"},
       {"many", many},
       {"empty", PlistValue::Dictionary{}},
@@ -97,8 +110,8 @@ class BinaryPropertyListInterop : public ::testing::Test {
  protected:
   void SetUp() override {
     static int counter = 0;
-    dir_ = fs::temp_directory_path() /
-           ("nimbrel-plist-interop-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+    dir_ = fs::temp_directory_path() / ("nimbrel-plist-interop-" + std::to_string(::getpid()) +
+                                        "-" + std::to_string(counter++));
     fs::create_directories(dir_);
   }
   void TearDown() override { fs::remove_all(dir_); }
@@ -118,15 +131,17 @@ class BinaryPropertyListInterop : public ::testing::Test {
   // Runs the helper script; its complaint, if any, becomes the failure message.
   ::testing::AssertionResult python(const std::string& mode, const fs::path& a, const fs::path& b) {
     fs::path log = dir_ / "python.log";
-    std::string cmd = "python3 '" NIMBREL_SOURCE_DIR "/tests/platform/foundation/plistlib_interop.py' " +
-                      mode + " '" + a.string() + "' '" + b.string() + "' >'" + log.string() + "' 2>&1";
+    std::string cmd =
+        "python3 '" NIMBREL_SOURCE_DIR "/tests/platform/foundation/plistlib_interop.py' " + mode +
+        " '" + a.string() + "' '" + b.string() + "' >'" + log.string() + "' 2>&1";
     int status = std::system(cmd.c_str());
-    if (status == 0) return ::testing::AssertionSuccess();
+    if (status == 0)
+      return ::testing::AssertionSuccess();
     std::ifstream in(log);
     std::stringstream text;
     text << in.rdbuf();
-    return ::testing::AssertionFailure() << "python3 " << mode << " exited with " << status << ": "
-                                         << text.str();
+    return ::testing::AssertionFailure()
+           << "python3 " << mode << " exited with " << status << ": " << text.str();
   }
 
   void codecToPlistlib(const PlistValue& v) {

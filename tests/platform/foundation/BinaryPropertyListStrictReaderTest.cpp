@@ -12,19 +12,24 @@ namespace {
 using plist_test::Identical;
 using plist_test::RawPlist;
 
-Data bytesOf(std::string_view s) { return Data(s.begin(), s.end()); }
+Data bytesOf(std::string_view s) {
+  return Data(s.begin(), s.end());
+}
 
 // The trailer field at `fromEnd` bytes before the end, replaced.
 Data patched(Data file, size_t fromEnd, std::uint64_t value, int width) {
   size_t pos = file.size() - fromEnd;
-  for (int i = width - 1; i >= 0; --i) file[pos++] = static_cast<std::uint8_t>(value >> (8 * i));
+  for (int i = width - 1; i >= 0; --i)
+    file[pos++] = static_cast<std::uint8_t>(value >> (8 * i));
   return file;
 }
 constexpr size_t kOffsetSizeField = 26, kRefSizeField = 25, kCountField = 24, kTopField = 16,
                  kTableField = 8;
 
 // [5] as array object 0 and integer object 1.
-Data small() { return RawPlist{{{0xA1, 1}, {0x10, 5}}}.build(); }
+Data small() {
+  return RawPlist{{{0xA1, 1}, {0x10, 5}}}.build();
+}
 
 Data withHeader(std::string_view header) {
   Data f = small();
@@ -32,15 +37,17 @@ Data withHeader(std::string_view header) {
   return f;
 }
 
-Data unsupported(Data object) { return RawPlist{{std::move(object)}}.build(); }
+Data unsupported(Data object) {
+  return RawPlist{{std::move(object)}}.build();
+}
 
 Data chain(size_t depth) {
   RawPlist p;
   p.refSize = 2;
   p.offsetSize = 2;
   for (size_t i = 0; i + 1 < depth; ++i) {
-    p.objects.push_back({0xA1, static_cast<std::uint8_t>((i + 1) >> 8),
-                         static_cast<std::uint8_t>(i + 1)});
+    p.objects.push_back(
+        {0xA1, static_cast<std::uint8_t>((i + 1) >> 8), static_cast<std::uint8_t>(i + 1)});
   }
   p.objects.push_back({0xA0});
   return p.build();
@@ -69,14 +76,16 @@ std::vector<Case> brokenFiles() {
       {"no objects", patched(small(), kCountField, 0, 8), "trailer claims no objects"},
       {"top out of range", patched(small(), kTopField, 2, 8),
        "top object 2 out of range of 2 objects"},
-      {"table in header", patched(small(), kTableField, 8, 8), "offset table at 8 is outside the file"},
+      {"table in header", patched(small(), kTableField, 8, 8),
+       "offset table at 8 is outside the file"},
       {"table past end", patched(small(), kTableField, 1u << 20, 8),
        "offset table at 1048576 is outside the file"},
       {"table past end, wrapping", patched(small(), kTableField, ~0ull, 8),
        "offset table at 18446744073709551615 is outside the file"},
       {"table longer than file", patched(small(), kCountField, 3, 8),
        "offset table of 3 entries runs past the trailer"},
-      {"huge object count", patched(patched(small(), kCountField, 1ull << 62, 8), kRefSizeField, 8, 1),
+      {"huge object count",
+       patched(patched(small(), kCountField, 1ull << 62, 8), kRefSizeField, 8, 1),
        "offset table of 4611686018427387904 entries runs past the trailer"},
       {"count beyond reference size", RawPlist{std::vector<Data>(300, Data{0x10, 0}), 1, 2}.build(),
        "300 objects cannot be named with 1-byte references"},
@@ -90,7 +99,8 @@ std::vector<Case> brokenFiles() {
        "object 0 contains itself"},
       {"missing object", RawPlist{{{0xA1, 7}}}.build(),
        "object 0 refers to object 7, which does not exist"},
-      {"array count far past the file", unsupported({0xAF, 0x13, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}),
+      {"array count far past the file",
+       unsupported({0xAF, 0x13, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}),
        "object 0 is truncated"},
       {"dictionary count far past the file", unsupported({0xDF, 0x12, 0xFF, 0xFF, 0xFF, 0xFF}),
        "object 0 is truncated"},
@@ -102,8 +112,10 @@ std::vector<Case> brokenFiles() {
        "object 1 is truncated"},
       {"negative count", unsupported({0xAF, 0x13, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}),
        "object 0 has a negative count"},
-      {"count that is no integer", unsupported({0xAF, 0x51, 'x'}), "object 0 has a malformed count"},
-      {"16-byte count", unsupported({0x5F, 0x14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'x'}),
+      {"count that is no integer", unsupported({0xAF, 0x51, 'x'}),
+       "object 0 has a malformed count"},
+      {"16-byte count",
+       unsupported({0x5F, 0x14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'x'}),
        "object 0 has a malformed count"},
       {"count cut off", unsupported({0xAF}), "object 0 is truncated"},
       {"count integer cut off", unsupported({0x5F, 0x12, 0}), "object 0 is truncated"},
@@ -124,7 +136,8 @@ std::vector<Case> brokenFiles() {
        "object 0 has a key that is not a string (object 1)"},
       {"duplicate keys", RawPlist{{{0xD2, 1, 2, 3, 3}, {0x51, 'k'}, {0x51, 'k'}, {0x09}}}.build(),
        "object 0 has the key \"k\" twice"},
-      {"duplicate keys, ASCII and UTF-16", RawPlist{{{0xD2, 1, 2, 3, 3}, {0x51, 'k'}, {0x61, 0, 'k'}, {0x09}}}.build(),
+      {"duplicate keys, ASCII and UTF-16",
+       RawPlist{{{0xD2, 1, 2, 3, 3}, {0x51, 'k'}, {0x61, 0, 'k'}, {0x09}}}.build(),
        "object 0 has the key \"k\" twice"},
       {"null", unsupported({0x00}), "object 0 has unsupported marker 0x00"},
       {"fill", unsupported({0x0F}), "object 0 has unsupported marker 0x0f"},
@@ -142,9 +155,11 @@ std::vector<Case> brokenFiles() {
       {"real cut off", unsupported({0x23, 0, 0}), "object 0 is truncated"},
       {"float cut off", unsupported({0x22, 0}), "object 0 is truncated"},
       {"date cut off", unsupported({0x33}), "object 0 is truncated"},
-      {"16-byte integer past 64 bits", unsupported({0x14, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0}),
+      {"16-byte integer past 64 bits",
+       unsupported({0x14, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0}),
        "object 0 is an integer too large for 64 bits"},
-      {"16-byte unsigned past int64", unsupported({0x14, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}),
+      {"16-byte unsigned past int64",
+       unsupported({0x14, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}),
        "object 0 is an integer too large for 64 bits"},
       {"nesting past the limit", chain(BinaryPropertyList::kMaxNesting + 1),
        "nesting deeper than 512 levels"},
@@ -153,21 +168,26 @@ std::vector<Case> brokenFiles() {
   // An offset table entry that points into the header.
   Data intoHeader = small();
   intoHeader[intoHeader.size() - 32 - 1] = 3;
-  cases.push_back({"offset into header", intoHeader, "object 1 has offset 3 outside the object area"});
+  cases.push_back(
+      {"offset into header", intoHeader, "object 1 has offset 3 outside the object area"});
   Data intoTable = small();
   intoTable[intoTable.size() - 32 - 1] = static_cast<std::uint8_t>(intoTable.size() - 34);
-  cases.push_back({"offset into table", intoTable, "object 1 has offset 12 outside the object area"});
+  cases.push_back(
+      {"offset into table", intoTable, "object 1 has offset 12 outside the object area"});
   Data manyKeys{0xDF, 0x10, 40};
   RawPlist bigDict;
   bigDict.refSize = 1;
-  for (int i = 0; i < 40; ++i) manyKeys.push_back(static_cast<std::uint8_t>(1 + i));
-  for (int i = 0; i < 40; ++i) manyKeys.push_back(41);
+  for (int i = 0; i < 40; ++i)
+    manyKeys.push_back(static_cast<std::uint8_t>(1 + i));
+  for (int i = 0; i < 40; ++i)
+    manyKeys.push_back(41);
   bigDict.objects.push_back(manyKeys);
   for (int i = 0; i < 40; ++i) {
     bigDict.objects.push_back({0x52, 'k', static_cast<std::uint8_t>('A' + (i == 33 ? 7 : i % 40))});
   }
   bigDict.objects.push_back({0x08});
-  cases.push_back({"duplicate among many keys", bigDict.build(), "object 0 has the key \"kH\" twice"});
+  cases.push_back(
+      {"duplicate among many keys", bigDict.build(), "object 0 has the key \"kH\" twice"});
   std::erase_if(cases, [](const Case& c) { return c.error.empty(); });
   return cases;
 }
@@ -236,12 +256,14 @@ TEST(BinaryPropertyListStrictReader, DamagedBytesNeverDecodeToSomethingUnwritabl
   size_t accepted = 0;
   for (size_t pos = 0; pos < full->size(); ++pos) {
     std::uint8_t b = (*full)[pos];
-    for (std::uint8_t replacement : {std::uint8_t{0}, std::uint8_t{0xFF}, std::uint8_t(b ^ 1),
-                                     std::uint8_t(b ^ 0x80), std::uint8_t{0x0F}, std::uint8_t{0xAF}}) {
+    for (std::uint8_t replacement :
+         {std::uint8_t{0}, std::uint8_t{0xFF}, std::uint8_t(b ^ 1), std::uint8_t(b ^ 0x80),
+          std::uint8_t{0x0F}, std::uint8_t{0xAF}}) {
       Data damaged(*full);
       damaged[pos] = replacement;
       auto r = BinaryPropertyList::read(damaged);
-      if (!r.ok()) continue;
+      if (!r.ok())
+        continue;
       ++accepted;
       auto again = BinaryPropertyList::write(*r);
       ASSERT_TRUE(again.ok()) << again.error();

@@ -21,7 +21,8 @@ using plist_test::trailerOf;
 PlistValue roundTrip(const PlistValue& v) {
   auto bytes = BinaryPropertyList::write(v);
   EXPECT_TRUE(bytes.ok()) << bytes.error();
-  if (!bytes.ok()) return {};
+  if (!bytes.ok())
+    return {};
   auto back = BinaryPropertyList::read(*bytes);
   EXPECT_TRUE(back.ok()) << back.error();
   return back.ok() ? *back : PlistValue();
@@ -37,13 +38,15 @@ Data rootBytes(const PlistValue& v) {
 
 PlistValue intArray(size_t n) {
   PlistValue::Array a;
-  for (size_t i = 0; i < n; ++i) a.emplace_back(static_cast<std::int64_t>(i * 7919));
+  for (size_t i = 0; i < n; ++i)
+    a.emplace_back(static_cast<std::int64_t>(i * 7919));
   return a;
 }
 
 PlistValue dictOf(size_t n) {
   PlistValue::Dictionary d;
-  for (size_t i = 0; i < n; ++i) d.emplace_back("k" + std::to_string(i), PlistValue(int(i)));
+  for (size_t i = 0; i < n; ++i)
+    d.emplace_back("k" + std::to_string(i), PlistValue(int(i)));
   return d;
 }
 
@@ -51,18 +54,52 @@ TEST(BinaryPropertyListRoundTrip, ScalarsKeepTheirExactValue) {
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInf = std::numeric_limits<double>::infinity();
   const std::vector<PlistValue> values = {
-      true, false,
-      std::int64_t{0}, std::int64_t{1}, std::int64_t{255}, std::int64_t{256},
-      std::int64_t{65535}, std::int64_t{65536}, std::int64_t{0xFFFFFFFF},
-      std::int64_t{0x100000000}, std::int64_t{-1}, std::int64_t{-256},
-      std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max(),
-      0.0, -0.0, 1.5, -1e-300, kNaN, -kNaN, kInf, -kInf,
-      std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::max(),
-      Date{0}, Date{-0.0}, Date{785000000.123456789}, Date{kNaN}, Date{kInf}, Date{-kInf},
-      Date{-6.3e10}, Data{}, Data(14, 0xAB), Data(15, 0), Data(300, 0x7F),
-      "", "a", std::string(14, 'x'), std::string(15, 'y'), std::string(16, 'z'),
-      std::string(100000, 'q'), std::string("nul\0inside", 10),
-      "Grüße aus Köln", "写真とビデオ", "😀🎉 astral", "mixed ascii é and 𝄞 clef",
+      true,
+      false,
+      std::int64_t{0},
+      std::int64_t{1},
+      std::int64_t{255},
+      std::int64_t{256},
+      std::int64_t{65535},
+      std::int64_t{65536},
+      std::int64_t{0xFFFFFFFF},
+      std::int64_t{0x100000000},
+      std::int64_t{-1},
+      std::int64_t{-256},
+      std::numeric_limits<std::int64_t>::min(),
+      std::numeric_limits<std::int64_t>::max(),
+      0.0,
+      -0.0,
+      1.5,
+      -1e-300,
+      kNaN,
+      -kNaN,
+      kInf,
+      -kInf,
+      std::numeric_limits<double>::denorm_min(),
+      std::numeric_limits<double>::max(),
+      Date{0},
+      Date{-0.0},
+      Date{785000000.123456789},
+      Date{kNaN},
+      Date{kInf},
+      Date{-kInf},
+      Date{-6.3e10},
+      Data{},
+      Data(14, 0xAB),
+      Data(15, 0),
+      Data(300, 0x7F),
+      "",
+      "a",
+      std::string(14, 'x'),
+      std::string(15, 'y'),
+      std::string(16, 'z'),
+      std::string(100000, 'q'),
+      std::string("nul\0inside", 10),
+      "Grüße aus Köln",
+      "写真とビデオ",
+      "😀🎉 astral",
+      "mixed ascii é and 𝄞 clef",
   };
   for (const auto& v : values) {
     EXPECT_TRUE(Identical(roundTrip(v), v)) << plistTypeName(v.type());
@@ -91,7 +128,8 @@ TEST(BinaryPropertyListRoundTrip, ContainersOfEverySizeClass) {
 }
 
 TEST(BinaryPropertyListRoundTrip, NestedStructureAndKeyOrder) {
-  PlistValue::Dictionary inner{{"z", 1}, {"a", PlistValue::Array{}}, {"m", PlistValue::Dictionary{}}};
+  PlistValue::Dictionary inner{
+      {"z", 1}, {"a", PlistValue::Array{}}, {"m", PlistValue::Dictionary{}}};
   PlistValue v(PlistValue::Dictionary{
       {"zeta", PlistValue(inner)},
       {"alpha", PlistValue::Array{PlistValue(inner), "zeta", Data{1, 2, 3}, 2.5}},
@@ -131,7 +169,8 @@ TEST(BinaryPropertyListLayout, IntegersTakeTheFewestBytes) {
       {-1, {0x13, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}},
       {std::numeric_limits<std::int64_t>::min(), {0x13, 0x80, 0, 0, 0, 0, 0, 0, 0}},
   };
-  for (const auto& c : cases) EXPECT_EQ(rootBytes(PlistValue(c.value)), c.bytes) << c.value;
+  for (const auto& c : cases)
+    EXPECT_EQ(rootBytes(PlistValue(c.value)), c.bytes) << c.value;
 }
 
 TEST(BinaryPropertyListLayout, StringsAreAsciiOrUtf16BigEndian) {
@@ -226,14 +265,16 @@ TEST(BinaryPropertyListWriter, RefusesWhatCannotBeReadBack) {
   ASSERT_FALSE(dup.ok());
   EXPECT_EQ(dup.error(), "dictionary has the key \"a\" more than once");
   PlistValue::Dictionary many;
-  for (int i = 0; i < 40; ++i) many.emplace_back("k" + std::to_string(i), i);
+  for (int i = 0; i < 40; ++i)
+    many.emplace_back("k" + std::to_string(i), i);
   many.emplace_back("k17", 0);
   EXPECT_FALSE(BinaryPropertyList::write(PlistValue(many)).ok());
 }
 
 PlistValue nested(size_t depth) {
   PlistValue v = PlistValue::Array{};
-  for (size_t i = 1; i < depth; ++i) v = PlistValue(PlistValue::Array{std::move(v)});
+  for (size_t i = 1; i < depth; ++i)
+    v = PlistValue(PlistValue::Array{std::move(v)});
   return v;
 }
 

@@ -29,7 +29,8 @@ inline std::string uuid(Rng& rng) {
   constexpr char kHex[] = "0123456789ABCDEF";
   std::string s;
   for (int i = 0; i < 32; ++i) {
-    if (i == 8 || i == 12 || i == 16 || i == 20) s += '-';
+    if (i == 8 || i == 12 || i == 16 || i == 20)
+      s += '-';
     s += kHex[rng.below(16)];
   }
   return s;
@@ -38,10 +39,10 @@ inline std::string uuid(Rng& rng) {
 // Varied the way real entries are: imported documents with escaped names, photo-library
 // assets, music-library items, and with `nonAscii` some names in other scripts.
 inline std::string url(Rng& rng, std::size_t i, const char*& filetype, bool nonAscii) {
-  static const char* const kWords[] = {"report", "Invoice", "holiday", "scan",   "notes",
+  static const char* const kWords[] = {"report", "Invoice", "holiday", "scan",  "notes",
                                        "draft",  "budget",  "IMG",     "Track", "minutes"};
-  static const char* const kForeign[] = {"Grüße", "Überweisung März", "写真", "отчёт",
-                                         "😀 party", "naïve café", "日本語のファイル"};
+  static const char* const kForeign[] = {
+      "Grüße", "Überweisung März", "写真", "отчёт", "😀 party", "naïve café", "日本語のファイル"};
   static const char* const kDocExt[] = {"pdf", "docx", "txt", "pages", "xlsx", "key"};
   std::string word = kWords[rng.below(10)];
   switch (rng.below(4)) {
@@ -61,8 +62,7 @@ inline std::string url(Rng& rng, std::size_t i, const char*& filetype, bool nonA
       filetype = "docs";
       std::string name = nonAscii && i % 3 == 0 ? std::string(kForeign[rng.below(7)])
                                                 : word + "%20" + std::to_string(rng.below(100));
-      return "file:///home/u/Documents/Nimbrel/importedFiles/" + name + "." +
-             kDocExt[rng.below(6)];
+      return "file:///home/u/Documents/Nimbrel/importedFiles/" + name + "." + kDocExt[rng.below(6)];
     }
   }
 }
@@ -78,7 +78,9 @@ inline PlistValue record(std::string url, double openingDate, const char* filety
 
 // `microsecondDates` keeps every date on a whole microsecond, which is all a Python
 // datetime can hold; otherwise dates use the double's full precision.
-inline PlistValue records(std::size_t n, std::uint64_t seed = 1, bool nonAscii = false,
+inline PlistValue records(std::size_t n,
+                          std::uint64_t seed = 1,
+                          bool nonAscii = false,
                           bool microsecondDates = false) {
   Rng rng(seed);
   PlistValue::Array items;

@@ -13,7 +13,8 @@
 namespace plist_test {
 
 // Stricter than ==: doubles compare by bit pattern (NaN, -0.0), dictionaries in order.
-inline ::testing::AssertionResult Identical(const PlistValue& a, const PlistValue& b,
+inline ::testing::AssertionResult Identical(const PlistValue& a,
+                                            const PlistValue& b,
                                             const std::string& path = "root") {
   auto differ = [&](const std::string& why) {
     return ::testing::AssertionFailure() << path << ": " << why;
@@ -38,32 +39,39 @@ inline ::testing::AssertionResult Identical(const PlistValue& a, const PlistValu
     case PlistValue::Type::array: {
       const auto& x = a.array();
       const auto& y = b.array();
-      if (x.size() != y.size()) return differ("array sizes differ");
+      if (x.size() != y.size())
+        return differ("array sizes differ");
       for (size_t i = 0; i < x.size(); ++i) {
         auto r = Identical(x[i], y[i], path + "[" + std::to_string(i) + "]");
-        if (!r) return r;
+        if (!r)
+          return r;
       }
       break;
     }
     case PlistValue::Type::dictionary: {
       const auto& x = a.dictionary();
       const auto& y = b.dictionary();
-      if (x.size() != y.size()) return differ("dictionary sizes differ");
+      if (x.size() != y.size())
+        return differ("dictionary sizes differ");
       for (size_t i = 0; i < x.size(); ++i) {
-        if (x[i].first != y[i].first) return differ("key " + x[i].first + " vs " + y[i].first);
+        if (x[i].first != y[i].first)
+          return differ("key " + x[i].first + " vs " + y[i].first);
         auto r = Identical(x[i].second, y[i].second, path + "." + x[i].first);
-        if (!r) return r;
+        if (!r)
+          return r;
       }
       break;
     }
     default:
-      if (!(a == b)) return differ("values differ");
+      if (!(a == b))
+        return differ("values differ");
   }
   return ::testing::AssertionSuccess();
 }
 
 inline void putBE(Data& out, std::uint64_t v, int n) {
-  for (int i = n - 1; i >= 0; --i) out.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
+  for (int i = n - 1; i >= 0; --i)
+    out.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
 }
 
 // A hand-made file: objects given as raw bytes, in the order of their numbers.
@@ -81,7 +89,8 @@ struct RawPlist {
       out.insert(out.end(), o.begin(), o.end());
     }
     std::uint64_t table = out.size();
-    for (auto off : offsets) putBE(out, off, offsetSize);
+    for (auto off : offsets)
+      putBE(out, off, offsetSize);
     out.insert(out.end(), 6, 0);
     out.push_back(offsetSize);
     out.push_back(refSize);
@@ -102,7 +111,8 @@ inline Trailer trailerOf(const Data& file) {
   const std::uint8_t* t = file.data() + file.size() - 32;
   auto be = [](const std::uint8_t* p) {
     std::uint64_t v = 0;
-    for (int i = 0; i < 8; ++i) v = (v << 8) | p[i];
+    for (int i = 0; i < 8; ++i)
+      v = (v << 8) | p[i];
     return v;
   };
   return Trailer{t[6], t[7], be(t + 8), be(t + 16), be(t + 24)};
