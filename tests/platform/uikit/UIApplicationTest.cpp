@@ -87,22 +87,26 @@ TEST_F(UIApplicationTest, BackgroundAndForegroundMovesCallTheDelegateOncePerMove
   settle();
   struct Step {
     const char* name;
-    void (UIApplication::*move)();
+    bool toBackground;
     Lines calls;
     UIApplicationState after;
   };
   const Step steps[] = {
-      {"to background", &UIApplication::enterBackground,
+      {"to background", true,
        {"willResignActive (active)", "didEnterBackground (background)"}, UIApplicationState::background},
-      {"to background again", &UIApplication::enterBackground, {}, UIApplicationState::background},
-      {"back to the front", &UIApplication::becomeActive,
+      {"to background again", true, {}, UIApplicationState::background},
+      {"back to the front", false,
        {"willEnterForeground (background)", "didBecomeActive (active)"}, UIApplicationState::active},
-      {"to the front again", &UIApplication::becomeActive, {}, UIApplicationState::active},
-      {"to background a second time", &UIApplication::enterBackground,
+      {"to the front again", false, {}, UIApplicationState::active},
+      {"to background a second time", true,
        {"willResignActive (active)", "didEnterBackground (background)"}, UIApplicationState::background},
   };
   for (const auto& step : steps) {
-    (app.*step.move)();
+    if (step.toBackground) {
+      app.enterBackground();
+    } else {
+      app.becomeActive();
+    }
     EXPECT_EQ(journal.take(), step.calls) << step.name;
     EXPECT_EQ(app.applicationState(), step.after) << step.name;
   }
