@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/foundation/Date.h"
@@ -175,6 +177,52 @@ TEST_F(ManualRunLoopTest, DelayedBackgroundWorkKeepsItsQualityOfService) {
   loop.advance(0.5);
   EXPECT_EQ(queued, (std::vector<QualityOfService>{QualityOfService::background}));
   EXPECT_EQ(loop.pendingBackgroundCount(), 0u);
+}
+
+TEST_F(ManualRunLoopTest, WorkPostedFromOtherThreadsRunsOnTheMainQueueInEachThreadsOrder) {
+  constexpr int kThreads = 4, kEach = 100;
+  std::vector<std::vector<int>> seen(kThreads);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&seen, t] {
+      for (int i = 0; i < kEach; ++i) {
+        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
+      }
+    });
+  }
+  for (auto& th : threads) th.join();
+  loop.runUntilIdle();
+  for (int t = 0; t < kThreads; ++t) {
+    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
+    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
+  }
+}
+
+TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
+  constexpr int kThreads = 4, kEach = 50;
+  DispatchGroup group;
+  int notified = 0;
+  for (int i = 0; i < kThreads * kEach; ++i) group.enter();
+  group.notify(DispatchQueue::main(), [&] { ++notified; });
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&group] {
+      for (int i = 0; i < kEach; ++i) group.leave();
+    });
+  }
+  for (auto& th : threads) th.join();
+  EXPECT_EQ(notified, 0);
+  loop.runUntilIdle();
+  EXPECT_EQ(notified, 1);
+  EXPECT_EQ(group.count(), 0);
+}
+
+TEST_F(ManualRunLoopTest, NotifyOnAnEmptyGroupStillWaitsOneTurn) {
+  DispatchGroup group;
+  group.notify(DispatchQueue::main(), [&] { log.push_back("notified"); });
+  EXPECT_TRUE(log.empty());
+  loop.runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"notified"}));
 }
 
 }  // namespace
