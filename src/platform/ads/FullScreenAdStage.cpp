@@ -26,4 +26,5 @@ bool FullScreenAdStage::close() {
 void FullScreenAdStage::reset() {
   showing_.reset();
   onClose_ = nullptr;
+  changed_ = ChangeSignal{};
 }

@@ -3,12 +3,20 @@
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
 
+namespace {
+// Tag 0 is every view's default: a part bound to it is not bound at all.
+template <class T>
+std::shared_ptr<T> bound(MANativeAdView& view, long tag) {
+  return tag == 0 ? nullptr : as<T>(view.viewWithTag(tag));
+}
+}  // namespace
+
 void MANativeAdView::render(const MAAd& ad) {
   ad_ = ad;
   if (binder_) {
-    if (auto title = as<UILabel>(viewWithTag(binder_->titleLabelTag))) title->setText(ad.title);
-    if (auto body = as<UILabel>(viewWithTag(binder_->bodyLabelTag))) body->setText(ad.body);
-    if (auto cta = as<UIButton>(viewWithTag(binder_->callToActionButtonTag))) {
+    if (auto title = bound<UILabel>(*this, binder_->titleLabelTag)) title->setText(ad.title);
+    if (auto body = bound<UILabel>(*this, binder_->bodyLabelTag)) body->setText(ad.body);
+    if (auto cta = bound<UIButton>(*this, binder_->callToActionButtonTag)) {
       cta->setTitle(ad.callToAction);
     }
   }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <utility>
 #include <vector>
 
 // "Something a person could see has changed": observed by a shell that redraws. Main thread only.
@@ -11,7 +14,7 @@ class ChangeSignal {
   using Token = std::uint64_t;
 
   Token observe(Observer observer) {
-    observers_.emplace_back(++lastToken_, std::move(observer));
+    observers_.emplace_back(++lastToken_, std::make_shared<Observer>(std::move(observer)));
     return lastToken_;
   }
   void unobserve(Token token) {
@@ -19,11 +22,18 @@ class ChangeSignal {
   }
   void emit() const {
     if (observers_.empty()) return;
-    auto copy = observers_;  // an observer may unobserve while being told
-    for (const auto& entry : copy) entry.second();
+    // Observers may unobserve themselves or others while being told: those taken away before
+    // their turn are skipped, and the one running stays alive until it returns. Those added
+    // meanwhile hear from the next change on.
+    auto snapshot = observers_;
+    for (const auto& [token, observer] : snapshot) {
+      bool stillObserving = std::any_of(observers_.begin(), observers_.end(),
+                                        [token](const auto& entry) { return entry.first == token; });
+      if (stillObserving) (*observer)();
+    }
   }
 
  private:
-  std::vector<std::pair<Token, Observer>> observers_;
+  std::vector<std::pair<Token, std::shared_ptr<Observer>>> observers_;
   Token lastToken_ = 0;
 };

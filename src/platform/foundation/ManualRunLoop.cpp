@@ -1,11 +1,27 @@
 #include "platform/foundation/ManualRunLoop.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/foundation/FatalError.h"
 
 namespace {
 // A loop that never settles is a bug in the code under test; stop it loudly instead of hanging.
 constexpr std::uint64_t kMaxTasksPerSettle = 50'000'000;
+// About 73 years: far enough for "never", small enough that a sum of two cannot overflow.
+constexpr std::int64_t kMaxTicks = std::int64_t{1} << 61;
+
+std::int64_t later(std::int64_t now, std::int64_t delay) {
+  return std::min(now + delay, kMaxTicks);
+}
 }  // namespace
+
+ManualRunLoop::Ticks ManualRunLoop::toTicks(double seconds) {
+  if (!(seconds > 0)) return 0;  // negative and NaN delays mean "now"
+  double ns = seconds * 1e9;
+  if (ns >= static_cast<double>(kMaxTicks)) return kMaxTicks;
+  return std::llround(ns);
+}
 
 ManualRunLoop::ManualRunLoop(double start) : start_(start), previous_(RunLoop::install(this)) {}
 
@@ -15,17 +31,17 @@ ManualRunLoop::~ManualRunLoop() {
 
 double ManualRunLoop::now() const {
   std::lock_guard lock(mutex_);
-  return start_ + now_;
+  return start_ + toSeconds(now_);
 }
 
 double ManualRunLoop::elapsed() const {
   std::lock_guard lock(mutex_);
-  return now_;
+  return toSeconds(now_);
 }
 
 void ManualRunLoop::postMain(Task task, double delay) {
   std::lock_guard lock(mutex_);
-  double due = now_ + (delay > 0 ? delay : 0);
+  Ticks due = later(now_, toTicks(delay));
   main_.emplace(std::make_pair(due, seq_++), std::move(task));
 }
 
@@ -80,7 +96,7 @@ bool ManualRunLoop::advanceToNextTask() {
   {
     std::lock_guard lock(mutex_);
     if (main_.empty()) return false;
-    double due = main_.begin()->first.first;
+    Ticks due = main_.begin()->first.first;
     if (due > now_) now_ = due;
   }
   runUntilIdle();
@@ -88,17 +104,17 @@ bool ManualRunLoop::advanceToNextTask() {
 }
 
 void ManualRunLoop::advance(double seconds) {
-  double target;
+  Ticks target;
   {
     std::lock_guard lock(mutex_);
-    target = now_ + (seconds > 0 ? seconds : 0);
+    target = later(now_, toTicks(seconds));
   }
   runUntilIdle();
   for (;;) {
     {
       std::lock_guard lock(mutex_);
       if (main_.empty() || main_.begin()->first.first > target) break;
-      double due = main_.begin()->first.first;
+      Ticks due = main_.begin()->first.first;
       if (due > now_) now_ = due;
     }
     runUntilIdle();

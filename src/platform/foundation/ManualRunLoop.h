@@ -45,11 +45,18 @@ class ManualRunLoop final : public RunLoop {
   bool runOneDueMainTask();
   bool runOneBackgroundTask();
 
+  // Virtual time counts whole nanoseconds, as dispatch deadlines do: steps and delays then add up
+  // exactly, and a deadline reached by a chain of delays is the same instant as one reached by a
+  // single advance.
+  using Ticks = std::int64_t;
+  static Ticks toTicks(double seconds);
+  static double toSeconds(Ticks ticks) { return static_cast<double>(ticks) / 1e9; }
+
   mutable std::mutex mutex_;
   double start_;
-  double now_ = 0;  // elapsed seconds; due times are in the same frame
+  Ticks now_ = 0;  // elapsed; due times are in the same frame
   std::uint64_t seq_ = 0;
-  std::map<std::pair<double, std::uint64_t>, Task> main_;
+  std::map<std::pair<Ticks, std::uint64_t>, Task> main_;
   std::deque<std::pair<QualityOfService, Task>> background_;
   int backgroundDepth_ = 0;
   RunLoop* previous_;

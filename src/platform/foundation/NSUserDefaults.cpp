@@ -77,15 +77,22 @@ void NSUserDefaults::setObject(std::optional<PlistValue> value, std::string_view
 }
 
 void NSUserDefaults::scheduleDebouncedWrite() {
+  std::uint64_t generation;
   {
     std::lock_guard lock(mutex_);
     if (writeScheduled_) return;
     writeScheduled_ = true;
+    generation = writeGeneration_;
   }
   if (!RunLoop::hasCurrent()) return;  // written at the next synchronize or flush
   std::weak_ptr<int> alive = alive_;
-  DispatchQueue::main().asyncAfter(debounce_, [this, alive] {
+  DispatchQueue::main().asyncAfter(debounce_, [this, alive, generation] {
     if (alive.expired()) return;
+    {
+      // A synchronize since then wrote these values; later ones wait for their own debounce.
+      std::lock_guard lock(mutex_);
+      if (generation != writeGeneration_) return;
+    }
     synchronize();
   });
 }
@@ -93,6 +100,7 @@ void NSUserDefaults::scheduleDebouncedWrite() {
 bool NSUserDefaults::synchronize() {
   std::lock_guard lock(mutex_);
   writeScheduled_ = false;
+  ++writeGeneration_;
   if (!dirty_) return true;
   if (!store_->save(values_.dictionary())) return false;
   dirty_ = false;

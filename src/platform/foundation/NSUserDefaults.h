@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -55,5 +56,6 @@ class NSUserDefaults {
   PlistValue values_{PlistValue::Dictionary{}};
   bool dirty_ = false;
   bool writeScheduled_ = false;
+  std::uint64_t writeGeneration_ = 0;  // bumped by every write, so a stale debounce stands down
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);
 };

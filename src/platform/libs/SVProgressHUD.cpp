@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "platform/foundation/DispatchQueue.h"
 
@@ -17,6 +19,9 @@ struct Model {
   // Bumped by every show: a pending self-dismiss timer or fade belongs to one generation.
   unsigned long showGeneration = 0;
   unsigned long fadeGeneration = 0;
+  // Completions of the fades in flight. A later fade takes the earlier ones over (the library's
+  // interrupted fade-out animation still completes); only a show drops them.
+  std::vector<SVProgressHUD::Completion> fadeCompletions;
   ChangeSignal changed;
 };
 
@@ -38,19 +43,25 @@ size_t utf16Length(const std::string& s) {
 
 void startFadeOut(SVProgressHUD::Completion completion);
 
+bool selfDismissing(SVProgressHUD::Kind kind) {
+  return kind == SVProgressHUD::Kind::info || kind == SVProgressHUD::Kind::success ||
+         kind == SVProgressHUD::Kind::error || kind == SVProgressHUD::Kind::image;
+}
+
 void present(SVProgressHUD::Kind kind, std::optional<std::string> status, float progress,
              std::optional<UIImage> image) {
+  // The library works the display time out when it is asked, not when the overlay appears.
+  std::optional<double> duration;
+  if (selfDismissing(kind)) duration = SVProgressHUD::displayDurationForString(status);
   DispatchQueue::main().async([=] {
     auto& m = model();
     unsigned long generation = ++m.showGeneration;
-    ++m.fadeGeneration;  // a show cancels a fade in flight
+    ++m.fadeGeneration;  // a show cancels a fade in flight, and its completions with it
+    m.fadeCompletions.clear();
     m.state = SVProgressHUD::State{true, kind, status, progress, image, false};
     m.changed.emit();
-    bool selfDismissing = kind == SVProgressHUD::Kind::info || kind == SVProgressHUD::Kind::success ||
-                          kind == SVProgressHUD::Kind::error || kind == SVProgressHUD::Kind::image;
-    if (!selfDismissing) return;
-    double duration = SVProgressHUD::displayDurationForString(status);
-    DispatchQueue::main().asyncAfter(duration, [generation] {
+    if (!duration) return;
+    DispatchQueue::main().asyncAfter(*duration, [generation] {
       if (model().showGeneration != generation) return;
       startFadeOut(nullptr);
     });
@@ -60,14 +71,20 @@ void present(SVProgressHUD::Kind kind, std::optional<std::string> status, float 
 void startFadeOut(SVProgressHUD::Completion completion) {
   auto& m = model();
   unsigned long fade = ++m.fadeGeneration;
-  m.state.fadingOut = true;
-  m.changed.emit();
-  DispatchQueue::main().asyncAfter(SVProgressHUD::kFadeOutAnimationDuration, [fade, completion] {
+  if (completion) m.fadeCompletions.push_back(std::move(completion));
+  // Fading an overlay that is not there shows nothing, but still takes the animation's time.
+  if (m.state.visible && !m.state.fadingOut) {
+    m.state.fadingOut = true;
+    m.changed.emit();
+  }
+  DispatchQueue::main().asyncAfter(SVProgressHUD::kFadeOutAnimationDuration, [fade] {
     auto& mm = model();
-    if (mm.fadeGeneration != fade) return;  // interrupted by a new show
+    if (mm.fadeGeneration != fade) return;  // a new show or a later fade took over
+    bool wasVisible = mm.state.visible;
     mm.state = SVProgressHUD::State{};
-    mm.changed.emit();
-    if (completion) completion();
+    auto completions = std::exchange(mm.fadeCompletions, {});
+    if (wasVisible) mm.changed.emit();
+    for (auto& c : completions) c();
   });
 }
 
@@ -136,4 +153,6 @@ void SVProgressHUD::reset() {
   m.state = State{};
   ++m.showGeneration;
   ++m.fadeGeneration;
+  m.fadeCompletions.clear();
+  m.changed = ChangeSignal{};
 }

@@ -11,7 +11,8 @@
 // one main-queue turn later; a self-dismissing status (info, success, error, image) stays for
 // max(minimum dismiss time, 0.06 s per UTF-16 unit + 0.5 s), capped by the maximum; a dismissal
 // fades out over 0.15 s and only then runs its completion — unless a new show interrupts the fade,
-// in which case the completion never runs.
+// in which case the completion never runs. A dismissal during a fade restarts it and keeps the
+// earlier completion.
 class SVProgressHUD {
  public:
   enum class Style { light = 0, dark = 1, custom = 2 };

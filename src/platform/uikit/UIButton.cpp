@@ -7,10 +7,20 @@ auto lookup(const Map& map, UIControlState state) -> typename Map::mapped_type {
   if (auto it = map.find(0u); it != map.end()) return it->second;
   return {};
 }
+
+template <class Map, class Value>
+void store(Map& map, UIControlState state, std::optional<Value> value) {
+  // No value unsets the state, which then shows the normal one again.
+  if (value) {
+    map[static_cast<unsigned>(state)] = std::move(value);
+  } else {
+    map.erase(static_cast<unsigned>(state));
+  }
+}
 }  // namespace
 
 void UIButton::setTitle(std::optional<std::string> title, UIControlState state) {
-  titles_[static_cast<unsigned>(state)] = std::move(title);
+  store(titles_, state, std::move(title));
   didChange();
 }
 
@@ -23,7 +33,7 @@ std::optional<std::string> UIButton::currentTitle() const {
 }
 
 void UIButton::setImage(std::optional<UIImage> image, UIControlState state) {
-  images_[static_cast<unsigned>(state)] = std::move(image);
+  store(images_, state, std::move(image));
   didChange();
 }
 

@@ -65,7 +65,8 @@ void UIView::addSubview(const std::shared_ptr<UIView>& view) {
 }
 
 void UIView::insertSubviewAtIndex(const std::shared_ptr<UIView>& view, size_t index) {
-  if (!view || view.get() == this) return;
+  // A view inside itself would make the hierarchy a cycle.
+  if (!view || isDescendantOfView(view.get())) return;
   auto keep = view;  // removing it from its old parent may drop the last reference
   view->removeFromSuperview();
   index = std::min(index, subviews_.size());

@@ -86,7 +86,16 @@ std::shared_ptr<UIViewController> UIViewController::rootAncestor() {
 }
 
 bool UIViewController::isInWindowHierarchy() {
-  auto root = rootAncestor();
+  // A screen under the top of a navigation stack has its view taken out of the window.
+  auto node = strongSelf<UIViewController>();
+  while (auto p = node->parent_.lock()) {
+    if (auto nav = std::dynamic_pointer_cast<UINavigationController>(p);
+        nav && nav->topViewController() != node) {
+      return false;
+    }
+    node = p;
+  }
+  auto root = node;
   for (const auto& window : UIWindow::allWindows()) {
     if (window->rootViewController() == root) return true;
   }
@@ -102,12 +111,18 @@ void UIViewController::presentViewController(const std::shared_ptr<UIViewControl
                                              bool animated, std::function<void()> completion) {
   if (!controller) return;
   auto host = rootAncestor();
+  // The platform raises here; a state object refuses and says why.
+  if (controller->presenting_.lock() || controller->parent_.lock() || controller == host) {
+    NSLog("Application tried to present modally a view controller " +
+          std::string(controller->className()) + " that is already being presented or shown.");
+    return;
+  }
   if (host->presented_) {
     NSLog("Attempt to present " + std::string(controller->className()) + " on " +
           host->className() + " which is already presenting " + host->presented_->className());
     return;
   }
-  if (!host->isInWindowHierarchy()) {
+  if (!isInWindowHierarchy()) {
     NSLog("Attempt to present " + std::string(controller->className()) + " on " +
           host->className() + " whose view is not in the window hierarchy.");
     return;
@@ -139,26 +154,25 @@ void UIViewController::dismissViewControllerAnimated(bool animated,
     return;
   }
   auto dismissed = presenter->presented_;
-  // The controller on top of the chain is the one that leaves the screen.
-  auto top = dismissed;
-  while (top->presented_) top = top->presented_;
-  for (auto c = dismissed; c;) {
-    auto next = c->presented_;
+  // Every screen of the chain above the presenter goes, the topmost first.
+  std::vector<std::shared_ptr<UIViewController>> leaving;
+  for (auto c = dismissed; c; c = c->presented_) leaving.insert(leaving.begin(), c);
+  for (const auto& c : leaving) {
     c->presented_.reset();
-    if (next) next->presenting_.reset();
-    c = next;
+    c->presenting_.reset();
   }
   presenter->presented_.reset();
-  dismissed->presenting_.reset();
   bool covers = modalStyleCoversPresenter(dismissed->modalStyle_);
-  top->beginAppearanceTransition(false, animated);
+  // Screens that are already off screen (covered by the one above) ignore the call.
+  for (const auto& c : leaving) c->beginAppearanceTransition(false, animated);
   if (covers) presenter->beginAppearanceTransition(true, animated);
   presenter->notifyChanged();
-  DispatchQueue::main().async([presenter, top, covers, completion = std::move(completion)] {
-    top->endAppearanceTransition();
-    if (covers) presenter->endAppearanceTransition();
-    if (completion) completion();
-  });
+  DispatchQueue::main().async(
+      [presenter, leaving = std::move(leaving), covers, completion = std::move(completion)] {
+        for (const auto& c : leaving) c->endAppearanceTransition();
+        if (covers) presenter->endAppearanceTransition();
+        if (completion) completion();
+      });
 }
 
 void UIViewController::beginAppearanceTransition(bool appearing, bool animated) {

@@ -80,7 +80,8 @@ class UIViewController : public UIResponder {
   std::shared_ptr<UIViewController> presentedViewController() const { return presented_; }
   std::shared_ptr<UIViewController> presentingViewController() const { return presenting_.lock(); }
   bool isBeingPresentedOrShown() const;
-  // Whether this controller's view is part of what the window shows (possibly covered).
+  // Whether this controller's view is part of what a window shows (possibly covered by a modal
+  // screen); a screen under the top of a navigation stack is not.
   bool isInWindowHierarchy();
 
   // Appearance, driven by containers, presentation and the window.

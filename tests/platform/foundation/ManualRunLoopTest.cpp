@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/foundation/Date.h"
@@ -106,6 +108,121 @@ TEST_F(ManualRunLoopTest, OneShotTimerFiresOnceAndCanBeCancelled) {
   EXPECT_FALSE(once->isValid());
   loop.advance(5);
   EXPECT_EQ(fired, 1);
+}
+
+TEST_F(ManualRunLoopTest, AdvanceRunsWorkThatLandsExactlyOnTheTarget) {
+  // Given a task at 0.1 s that schedules one 0.2 s later, and a task at the target that posts more
+  DispatchQueue::main().asyncAfter(0.1, [&] {
+    DispatchQueue::main().asyncAfter(0.2, [&] { log.push_back("chained@0.3"); });
+  });
+  DispatchQueue::main().asyncAfter(0.3, [&] {
+    log.push_back("at0.3");
+    DispatchQueue::main().async([&] { log.push_back("posted@0.3"); });
+  });
+  DispatchQueue::main().asyncAfter(0.30001, [&] { log.push_back("late"); });
+  // When time moves exactly to 0.3 s
+  loop.advance(0.3);
+  // Then everything due at 0.3 s ran, in posting order, and nothing later did
+  EXPECT_EQ(log, (std::vector<std::string>{"at0.3", "chained@0.3", "posted@0.3"}));
+  EXPECT_EQ(loop.pendingMainCount(), 1u);
+}
+
+TEST_F(ManualRunLoopTest, ElapsedTimeAddsUpExactlyOverManySmallSteps) {
+  struct Row {
+    double step;
+    int count;
+    double total;
+  };
+  for (const Row& row : {Row{0.1, 10, 1.0}, Row{0.01, 100, 1.0}, Row{0.001, 3000, 3.0},
+                         Row{0.0005, 2000, 1.0}, Row{0.15, 20, 3.0}}) {
+    ManualRunLoop local(0);
+    for (int i = 0; i < row.count; ++i) local.advance(row.step);
+    EXPECT_EQ(local.elapsed(), row.total) << row.count << " steps of " << row.step;
+  }
+}
+
+TEST_F(ManualRunLoopTest, ADeadlineReachedBySmallStepsFires) {
+  // A 1.76 s deadline (a status overlay's display time) reached in 0.01 s steps fires on the
+  // 176th step, not one later
+  bool fired = false;
+  DispatchQueue::main().asyncAfter(21 * 0.06 + 0.5, [&] { fired = true; });
+  for (int i = 0; i < 175; ++i) loop.advance(0.01);
+  EXPECT_FALSE(fired);
+  loop.advance(0.01);
+  EXPECT_TRUE(fired);
+}
+
+TEST_F(ManualRunLoopTest, DelayedBackgroundWorkJoinsItsQueueOnlyWhenDue) {
+  bool ranOnMain = true;
+  DispatchQueue::global(QualityOfService::utility).asyncAfter(1.0, [&] {
+    ranOnMain = loop.isMainThread();
+    log.push_back("background");
+  });
+  loop.advance(0.999);
+  EXPECT_EQ(loop.pendingBackgroundCount(), 0u);
+  EXPECT_TRUE(log.empty());
+  loop.runMainUntilIdle();
+  loop.advance(0.001);
+  EXPECT_EQ(log, (std::vector<std::string>{"background"}));
+  EXPECT_FALSE(ranOnMain);
+}
+
+TEST_F(ManualRunLoopTest, DelayedBackgroundWorkKeepsItsQualityOfService) {
+  std::vector<QualityOfService> queued;
+  DispatchQueue::global(QualityOfService::background).asyncAfter(0.5, [] {});
+  // Main work due at the same moment runs before background work is pumped: look at the queue
+  DispatchQueue::main().asyncAfter(0.5, [&] {
+    for (size_t i = 0; i < loop.pendingBackgroundCount(); ++i) queued.push_back(loop.backgroundQos(i));
+  });
+  loop.advance(0.5);
+  EXPECT_EQ(queued, (std::vector<QualityOfService>{QualityOfService::background}));
+  EXPECT_EQ(loop.pendingBackgroundCount(), 0u);
+}
+
+TEST_F(ManualRunLoopTest, WorkPostedFromOtherThreadsRunsOnTheMainQueueInEachThreadsOrder) {
+  constexpr int kThreads = 4, kEach = 100;
+  std::vector<std::vector<int>> seen(kThreads);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&seen, t] {
+      for (int i = 0; i < kEach; ++i) {
+        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
+      }
+    });
+  }
+  for (auto& th : threads) th.join();
+  loop.runUntilIdle();
+  for (int t = 0; t < kThreads; ++t) {
+    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
+    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
+  }
+}
+
+TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
+  constexpr int kThreads = 4, kEach = 50;
+  DispatchGroup group;
+  int notified = 0;
+  for (int i = 0; i < kThreads * kEach; ++i) group.enter();
+  group.notify(DispatchQueue::main(), [&] { ++notified; });
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&group] {
+      for (int i = 0; i < kEach; ++i) group.leave();
+    });
+  }
+  for (auto& th : threads) th.join();
+  EXPECT_EQ(notified, 0);
+  loop.runUntilIdle();
+  EXPECT_EQ(notified, 1);
+  EXPECT_EQ(group.count(), 0);
+}
+
+TEST_F(ManualRunLoopTest, NotifyOnAnEmptyGroupStillWaitsOneTurn) {
+  DispatchGroup group;
+  group.notify(DispatchQueue::main(), [&] { log.push_back("notified"); });
+  EXPECT_TRUE(log.empty());
+  loop.runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"notified"}));
 }
 
 }  // namespace

@@ -1,0 +1,240 @@
+#include "platform/ads/MAFullscreenAd.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "FakeAdNetworks.h"
+#include "platform/PlatformState.h"
+#include "platform/ads/FullScreenAdStage.h"
+#include "platform/ads/MAAppOpenAd.h"
+#include "platform/ads/MAInterstitialAd.h"
+#include "platform/foundation/ManualRunLoop.h"
+
+namespace {
+
+using ads_test::FakeAppLovinNetwork;
+using Lines = std::vector<std::string>;
+
+class RecordingAdDelegate : public MAAdDelegate {
+ public:
+  Lines heard;
+  void didLoadAd(const MAAd& ad) override { heard.push_back("didLoadAd " + ad.adUnitIdentifier); }
+  void didFailToLoadAdForAdUnitIdentifier(const std::string& unit, const MAError& error) override {
+    heard.push_back("didFailToLoadAd " + unit + " " + std::to_string(error.code));
+  }
+  void didDisplayAd(const MAAd& ad) override { heard.push_back("didDisplayAd " + ad.adUnitIdentifier); }
+  void didHideAd(const MAAd& ad) override { heard.push_back("didHideAd " + ad.adUnitIdentifier); }
+  void didClickAd(const MAAd&) override { heard.push_back("didClickAd"); }
+  void didFailToDisplayAd(const MAAd&, const MAError& error) override {
+    heard.push_back("didFailToDisplayAd " + std::to_string(error.code));
+  }
+  Lines take() { return std::exchange(heard, {}); }
+};
+
+class MAFullscreenAdTest : public ::testing::Test {
+ public:
+  ManualRunLoop loop;
+  std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
+  std::shared_ptr<RecordingAdDelegate> delegate = std::make_shared<RecordingAdDelegate>();
+
+  void SetUp() override {
+    resetPlatformState();
+    AppLovinNetwork::install(network);
+  }
+  void TearDown() override { resetPlatformState(); }
+
+  template <class Ad>
+  std::shared_ptr<Ad> make(const std::string& unit) {
+    auto ad = std::make_shared<Ad>(unit);
+    ad->setDelegate(delegate);
+    return ad;
+  }
+  std::shared_ptr<MAInterstitialAd> loadedInterstitial(const std::string& unit) {
+    network->filled.insert(MAAdFormat::interstitial);
+    auto ad = make<MAInterstitialAd>(unit);
+    ad->loadAd();
+    loop.runUntilIdle();
+    delegate->take();
+    return ad;
+  }
+};
+
+TEST_F(MAFullscreenAdTest, LoadingReportsToTheDelegateOneTurnLater) {
+  struct Row {
+    const char* name;
+    MAAdFormat format;
+    bool fill;
+    Lines heard;
+  };
+  const Row rows[] = {
+      {"interstitial with fill", MAAdFormat::interstitial, true, {"didLoadAd unit"}},
+      {"interstitial without fill", MAAdFormat::interstitial, false, {"didFailToLoadAd unit 204"}},
+      {"app open with fill", MAAdFormat::appOpen, true, {"didLoadAd unit"}},
+      {"app open without fill", MAAdFormat::appOpen, false, {"didFailToLoadAd unit 204"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    network->filled.clear();
+    if (row.fill) network->filled.insert(row.format);
+    std::shared_ptr<MAFullscreenAd> ad;
+    if (row.format == MAAdFormat::interstitial) {
+      ad = make<MAInterstitialAd>("unit");
+    } else {
+      ad = make<MAAppOpenAd>("unit");
+    }
+    EXPECT_FALSE(ad->isReady());
+
+    ad->loadAd();
+
+    EXPECT_TRUE(delegate->heard.empty());
+    loop.runUntilIdle();
+    EXPECT_EQ(delegate->take(), row.heard);
+    EXPECT_EQ(ad->isReady(), row.fill);
+  }
+}
+
+TEST_F(MAFullscreenAdTest, ALoadInFlightIsNotRequestedTwice) {
+  network->filled.insert(MAAdFormat::interstitial);
+  auto ad = make<MAInterstitialAd>("unit");
+  ad->loadAd();
+  ad->loadAd();
+  loop.runUntilIdle();
+  EXPECT_EQ(network->requests, 1);
+  EXPECT_EQ(delegate->take(), (Lines{"didLoadAd unit"}));
+}
+
+TEST_F(MAFullscreenAdTest, APreloadedInterstitialIsReadyBeforeAnyLoad) {
+  network->preloadedInterstitial = true;
+  auto interstitial = make<MAInterstitialAd>("unit");
+  auto appOpen = make<MAAppOpenAd>("open");
+  EXPECT_TRUE(interstitial->isReady());
+  EXPECT_FALSE(appOpen->isReady());
+
+  interstitial->loadAd();
+  loop.runUntilIdle();
+
+  EXPECT_EQ(network->requests, 0) << "the held ad is reported again, not requested";
+  EXPECT_EQ(delegate->take(), (Lines{"didLoadAd unit"}));
+}
+
+TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageAndConsumesIt) {
+  auto ad = loadedInterstitial("unit");
+  ASSERT_TRUE(ad->isReady());
+
+  ad->showAd();
+
+  auto& stage = FullScreenAdStage::shared();
+  ASSERT_TRUE(stage.showing().has_value());
+  EXPECT_EQ(stage.showing()->network, "applovin");
+  EXPECT_EQ(stage.showing()->format, "interstitial");
+  EXPECT_EQ(stage.showing()->adUnit, "unit");
+  EXPECT_FALSE(ad->isReady());
+  EXPECT_TRUE(delegate->heard.empty());
+  loop.runUntilIdle();
+  EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd unit"}));
+
+  EXPECT_TRUE(stage.close());
+  loop.runUntilIdle();
+  EXPECT_EQ(delegate->take(), (Lines{"didHideAd unit"}));
+  EXPECT_FALSE(stage.showing().has_value());
+  EXPECT_FALSE(stage.close());
+}
+
+TEST_F(MAFullscreenAdTest, AnAppOpenAdShowsAsItsOwnFormat) {
+  network->filled.insert(MAAdFormat::appOpen);
+  auto ad = make<MAAppOpenAd>("open");
+  ad->loadAd();
+  loop.runUntilIdle();
+  ad->showAd();
+  ASSERT_TRUE(FullScreenAdStage::shared().showing().has_value());
+  EXPECT_EQ(FullScreenAdStage::shared().showing()->format, "appOpen");
+}
+
+TEST_F(MAFullscreenAdTest, ShowingAnAdThatIsNotReadyDoesNothing) {
+  auto ad = make<MAInterstitialAd>("unit");
+  ad->showAd();
+  loop.runUntilIdle();
+  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
+  EXPECT_TRUE(delegate->heard.empty());
+
+  auto shown = loadedInterstitial("again");
+  shown->showAd();
+  FullScreenAdStage::shared().close();
+  loop.runUntilIdle();
+  delegate->take();
+  shown->showAd();  // consumed by the first show
+  loop.runUntilIdle();
+  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
+  EXPECT_TRUE(delegate->heard.empty());
+}
+
+TEST_F(MAFullscreenAdTest, AnAdCannotShowOverAnotherOne) {
+  auto first = loadedInterstitial("first");
+  auto second = loadedInterstitial("second");
+  first->showAd();
+  second->showAd();
+  loop.runUntilIdle();
+  EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd first", "didFailToDisplayAd -23"}));
+  EXPECT_EQ(FullScreenAdStage::shared().showing()->adUnit, "first");
+}
+
+TEST_F(MAFullscreenAdTest, ADestroyedAdHearsNothing) {
+  struct Row {
+    const char* name;
+    std::function<void(MAFullscreenAdTest&, std::shared_ptr<MAInterstitialAd>&)> act;
+  };
+  const Row rows[] = {
+      {"destroyed while loading",
+       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
+         ad->loadAd();
+         t.delegate->take();
+         ad.reset();
+       }},
+      {"destroyed while showing",
+       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
+         ad->loadAd();
+         t.loop.runUntilIdle();
+         ad->showAd();
+         t.delegate->take();
+         ad.reset();
+         t.loop.runUntilIdle();
+         FullScreenAdStage::shared().close();
+       }},
+      {"destroyed after closing",
+       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
+         ad->loadAd();
+         t.loop.runUntilIdle();
+         ad->showAd();
+         t.loop.runUntilIdle();
+         FullScreenAdStage::shared().close();
+         t.delegate->take();
+         ad.reset();
+       }},
+  };
+  network->filled.insert(MAAdFormat::interstitial);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    auto ad = make<MAInterstitialAd>("unit");
+    std::weak_ptr<MAInterstitialAd> weak = ad;
+    row.act(*this, ad);
+    loop.runUntilIdle();
+    EXPECT_TRUE(weak.expired());
+    EXPECT_EQ(delegate->take(), Lines{});
+    EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
+  }
+}
+
+TEST_F(MAFullscreenAdTest, EveryCallIsRecordedForScripts) {
+  network->filled.insert(MAAdFormat::interstitial);
+  auto ad = make<MAInterstitialAd>("unit");
+  ad->loadAd();
+  loop.runUntilIdle();
+  ad->showAd();
+  EXPECT_EQ(network->calls, (Lines{"MAInterstitialAd.loadAd unit", "MAInterstitialAd.showAd unit"}));
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+#include "platform/ads/MANativeAdLoader.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "FakeAdNetworks.h"
+#include "platform/PlatformState.h"
+#include "platform/foundation/ManualRunLoop.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UILabel.h"
+
+namespace {
+
+using ads_test::FakeAppLovinNetwork;
+using Lines = std::vector<std::string>;
+
+class RecordingNativeDelegate : public MANativeAdDelegate {
+ public:
+  Lines heard;
+  std::optional<MAAd> ad;
+  void didLoadNativeAd(const std::shared_ptr<MANativeAdView>& view, const MAAd& loaded) override {
+    heard.push_back(std::string("didLoadNativeAd ") + (view ? "with view" : "without view"));
+    ad = loaded;
+  }
+  void didFailToLoadNativeAdForAdUnitIdentifier(const std::string& unit, const MAError& error) override {
+    heard.push_back("didFailToLoadNativeAd " + unit + " " + std::to_string(error.code));
+  }
+  void didClickNativeAd(const MAAd&) override { heard.push_back("didClickNativeAd"); }
+};
+
+class MANativeAdLoaderTest : public ::testing::Test {
+ protected:
+  ManualRunLoop loop;
+  std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
+  std::shared_ptr<RecordingNativeDelegate> delegate = std::make_shared<RecordingNativeDelegate>();
+
+  void SetUp() override {
+    resetPlatformState();
+    AppLovinNetwork::install(network);
+  }
+  void TearDown() override { resetPlatformState(); }
+
+  std::shared_ptr<MANativeAdLoader> makeLoader() {
+    auto loader = std::make_shared<MANativeAdLoader>("native");
+    loader->setNativeAdDelegate(delegate);
+    return loader;
+  }
+};
+
+TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLater) {
+  struct Row {
+    bool fill;
+    Lines heard;
+  };
+  for (const Row& row : {Row{true, {"didLoadNativeAd without view"}},
+                         Row{false, {"didFailToLoadNativeAd native 204"}}}) {
+    network->filled.clear();
+    if (row.fill) network->filled.insert(MAAdFormat::native);
+    delegate->heard.clear();
+    auto loader = makeLoader();
+
+    loader->loadAd();
+
+    EXPECT_TRUE(delegate->heard.empty());
+    loop.runUntilIdle();
+    EXPECT_EQ(delegate->heard, row.heard);
+  }
+  ASSERT_TRUE(delegate->ad.has_value());
+  EXPECT_EQ(delegate->ad->format, MAAdFormat::native);
+}
+
+TEST_F(MANativeAdLoaderTest, ADestroyedLoaderHearsNothing) {
+  network->filled.insert(MAAdFormat::native);
+  auto loader = makeLoader();
+  loader->loadAd();
+  loader.reset();
+  loop.runUntilIdle();
+  EXPECT_TRUE(delegate->heard.empty());
+}
+
+// A native layout: title 101, body 102, call to action 103, plus an untagged badge label.
+struct Layout {
+  std::shared_ptr<MANativeAdView> view = std::make_shared<MANativeAdView>(CGRectMake(0, 0, 390, 120));
+  std::shared_ptr<UILabel> title = std::make_shared<UILabel>();
+  std::shared_ptr<UILabel> body = std::make_shared<UILabel>();
+  std::shared_ptr<UIButton> cta = std::make_shared<UIButton>();
+  std::shared_ptr<UILabel> badge = std::make_shared<UILabel>();
+
+  Layout() {
+    title->setTag(101);
+    body->setTag(102);
+    cta->setTag(103);
+    badge->setText("Ad");
+    for (const auto& v : std::initializer_list<std::shared_ptr<UIView>>{badge, title, body, cta}) {
+      view->addSubview(v);
+    }
+  }
+};
+
+TEST_F(MANativeAdLoaderTest, RenderingFillsTheSubviewsBoundByTag) {
+  auto loader = makeLoader();
+  Layout layout;
+  MANativeAdViewBinder binder;
+  binder.titleLabelTag = 101;
+  binder.bodyLabelTag = 102;
+  binder.callToActionButtonTag = 103;
+  layout.view->bindViewsWithAdViewBinder(binder);
+  MAAd ad{MAAdFormat::native, "native", "Fake", "Great app", "Try it now", "Install"};
+
+  EXPECT_TRUE(loader->renderNativeAdView(layout.view, ad));
+
+  EXPECT_EQ(layout.title->text(), "Great app");
+  EXPECT_EQ(layout.body->text(), "Try it now");
+  EXPECT_EQ(layout.cta->currentTitle(), "Install");
+  EXPECT_EQ(layout.badge->text(), "Ad");
+  ASSERT_TRUE(layout.view->renderedAd().has_value());
+  EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
+}
+
+TEST_F(MANativeAdLoaderTest, UnboundPartsLeaveUntaggedSubviewsAlone) {
+  auto loader = makeLoader();
+  Layout layout;
+  layout.view->setTag(500);  // the ad view itself is tagged, so tag 0 finds its untagged children
+  MANativeAdViewBinder binder;  // only the title is bound
+  binder.titleLabelTag = 101;
+  layout.view->bindViewsWithAdViewBinder(binder);
+
+  loader->renderNativeAdView(layout.view, {MAAdFormat::native, "native", "Fake", "Title", "Body", "Go"});
+
+  EXPECT_EQ(layout.title->text(), "Title");
+  EXPECT_EQ(layout.badge->text(), "Ad");
+  EXPECT_EQ(layout.body->text(), std::nullopt);
+}
+
+TEST_F(MANativeAdLoaderTest, AViewThatWasNeverBoundIsNotRendered) {
+  auto loader = makeLoader();
+  Layout layout;
+  EXPECT_FALSE(loader->renderNativeAdView(layout.view, {}));
+  EXPECT_FALSE(loader->renderNativeAdView(nullptr, {}));
+  EXPECT_FALSE(layout.view->renderedAd().has_value());
+  EXPECT_EQ(layout.title->text(), std::nullopt);
+}
+
+}  // namespace

@@ -1,0 +1,66 @@
+#include "platform/foundation/NSPathUtilities.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/PlatformState.h"
+#include "platform/foundation/NSFileManager.h"
+
+namespace {
+
+class NSPathUtilitiesTest : public ::testing::Test {
+ protected:
+  void SetUp() override { resetPlatformState(); }
+  void TearDown() override { resetPlatformState(); }
+};
+
+TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHome) {
+  setApplicationHomeDirectory("/data/app home/");
+  EXPECT_EQ(NSHomeDirectory(), "/data/app home");
+  struct Row {
+    NSSearchPathDirectory directory;
+    const char* expanded;
+    const char* tilde;
+  };
+  for (const Row& row : {Row{NSDocumentDirectory, "/data/app home/Documents", "~/Documents"},
+                         Row{NSLibraryDirectory, "/data/app home/Library", "~/Library"},
+                         Row{NSCachesDirectory, "/data/app home/Library/Caches", "~/Library/Caches"},
+                         Row{NSApplicationSupportDirectory, "/data/app home/Library/Application Support",
+                             "~/Library/Application Support"}}) {
+    EXPECT_EQ(NSSearchPathForDirectoriesInDomains(row.directory, NSUserDomainMask, true),
+              (std::vector<std::string>{row.expanded}));
+    EXPECT_EQ(NSSearchPathForDirectoriesInDomains(row.directory, NSUserDomainMask, false),
+              (std::vector<std::string>{row.tilde}));
+  }
+}
+
+TEST_F(NSPathUtilitiesTest, NoHomeMeansNoDirectories) {
+  EXPECT_EQ(NSHomeDirectory(), "");
+  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
+  EXPECT_TRUE(NSFileManager::defaultManager()
+                  .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
+                  .empty());
+}
+
+TEST_F(NSPathUtilitiesTest, OnlyTheUsersDomainIsKnown) {
+  setApplicationHomeDirectory("/home/app");
+  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory,
+                                                  static_cast<NSSearchPathDomainMask>(8), true)
+                  .empty());
+}
+
+TEST_F(NSPathUtilitiesTest, TheFileManagerGivesDirectoryURLs) {
+  setApplicationHomeDirectory("/home/app");
+  auto urls = NSFileManager::defaultManager().URLsForDirectoryInDomains(NSDocumentDirectory,
+                                                                          NSUserDomainMask);
+  ASSERT_EQ(urls.size(), 1u);
+  EXPECT_EQ(urls[0].absoluteString(), "file:///home/app/Documents/");
+  EXPECT_EQ(urls[0].path(), "/home/app/Documents");
+}
+
+TEST_F(NSPathUtilitiesTest, AResetForgetsTheHome) {
+  setApplicationHomeDirectory("/home/app");
+  resetPlatformState();
+  EXPECT_EQ(NSHomeDirectory(), "");
+}
+
+}  // namespace

@@ -1,0 +1,306 @@
+#include "platform/libs/SVProgressHUD.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/PlatformState.h"
+#include "platform/foundation/ManualRunLoop.h"
+
+namespace {
+
+using Kind = SVProgressHUD::Kind;
+
+class SVProgressHUDTest : public ::testing::Test {
+ protected:
+  ManualRunLoop loop;
+  std::vector<std::string> heard;
+
+  void SetUp() override { resetPlatformState(); }
+  void TearDown() override { resetPlatformState(); }
+
+  SVProgressHUD::Completion note(std::string what) {
+    return [this, what] { heard.push_back(what); };
+  }
+  // Where the overlay stands: "hidden", "shown" or "fading".
+  static std::string phase() {
+    auto s = SVProgressHUD::state();
+    if (!s.visible) return s.fadingOut ? "hidden but fading" : "hidden";
+    return s.fadingOut ? "fading" : "shown";
+  }
+};
+
+TEST_F(SVProgressHUDTest, AFreshLibraryHasItsOwnDefaults) {
+  SVProgressHUD::setDefaultStyle(SVProgressHUD::Style::dark);
+  SVProgressHUD::setDefaultMaskType(SVProgressHUD::MaskType::clear);
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  resetPlatformState();
+  EXPECT_EQ(SVProgressHUD::defaultStyle(), SVProgressHUD::Style::light);
+  EXPECT_EQ(SVProgressHUD::defaultMaskType(), SVProgressHUD::MaskType::none);
+  EXPECT_EQ(static_cast<int>(SVProgressHUD::defaultMaskType()), 1);
+  EXPECT_EQ(SVProgressHUD::minimumDismissTimeInterval(), 5.0);
+  EXPECT_EQ(phase(), "hidden");
+}
+
+TEST_F(SVProgressHUDTest, ShowAndDismissTakeEffectOneTurnLater) {
+  SVProgressHUD::showWithStatus("Loading Ads...");
+  EXPECT_EQ(phase(), "hidden");
+  loop.runUntilIdle();
+  EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(SVProgressHUD::state().kind, Kind::status);
+  EXPECT_EQ(SVProgressHUD::state().status, "Loading Ads...");
+
+  SVProgressHUD::dismiss();
+  EXPECT_EQ(phase(), "shown");
+  loop.runUntilIdle();
+  EXPECT_EQ(phase(), "fading");
+  loop.advance(0.149);
+  EXPECT_EQ(phase(), "fading");
+  loop.advance(0.001);
+  EXPECT_EQ(phase(), "hidden");
+  EXPECT_EQ(SVProgressHUD::state().status, std::nullopt);
+}
+
+TEST_F(SVProgressHUDTest, DisplayTimeGrowsWithTheStatusInUtf16Units) {
+  struct Row {
+    double minimum, maximum;
+    std::optional<std::string> status;
+    double seconds;
+  };
+  const double none = std::numeric_limits<double>::max();
+  const Row rows[] = {
+      {0.2, none, "Mark as Favourite....", 1.76},
+      {0.2, none, "Clear recent data successfully...", 2.48},
+      {0.2, none, "OK", 0.62},
+      {1.0, none, "OK", 1.0},
+      {5.0, none, "Clear recent data successfully...", 5.0},
+      {0.2, none, std::nullopt, 0.5},
+      {0.2, none, "", 0.5},
+      {0.2, none, "Gelöscht", 0.98},                      // ö is one unit
+      {0.2, none, "Done \xF0\x9F\x98\x80", 0.92},          // an emoji is two units
+      {0.2, none, "\xE2\x9C\x93", 0.56},                   // a check mark is one unit
+      {0.2, 1.5, "Clear recent data successfully...", 1.5},
+      {3.0, 2.0, "OK", 2.0},
+  };
+  for (const auto& row : rows) {
+    SVProgressHUD::setMinimumDismissTimeInterval(row.minimum);
+    SVProgressHUD::setMaximumDismissTimeInterval(row.maximum);
+    EXPECT_NEAR(SVProgressHUD::displayDurationForString(row.status), row.seconds, 1e-9)
+        << row.status.value_or("(none)") << " min " << row.minimum;
+  }
+}
+
+TEST_F(SVProgressHUDTest, StatusesOfEveryKindSelfDismissAfterTheirDisplayTimeThenFade) {
+  struct Row {
+    const char* name;
+    void (*show)(const std::string&);
+    Kind kind;
+  };
+  const Row rows[] = {
+      {"info", [](const std::string& s) { SVProgressHUD::showInfoWithStatus(s); }, Kind::info},
+      {"success", [](const std::string& s) { SVProgressHUD::showSuccessWithStatus(s); }, Kind::success},
+      {"error", [](const std::string& s) { SVProgressHUD::showErrorWithStatus(s); }, Kind::error},
+      {"image", [](const std::string& s) { SVProgressHUD::showImage(UIImage::named("star"), s); },
+       Kind::image},
+  };
+  struct Timing {
+    std::string status;
+    double shownFor;
+  };
+  for (const auto& row : rows) {
+    for (const Timing& timing : {Timing{"Mark as Favourite....", 1.76},
+                                 Timing{"Clear recent data successfully...", 2.48},
+                                 Timing{"OK", 0.62}}) {
+      SCOPED_TRACE(std::string(row.name) + ": " + timing.status);
+      resetPlatformState();
+      SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+
+      row.show(timing.status);
+      loop.runUntilIdle();
+      EXPECT_EQ(SVProgressHUD::state().kind, row.kind);
+      EXPECT_NE(SVProgressHUD::state().image, std::nullopt);
+
+      loop.advance(timing.shownFor - 0.001);
+      EXPECT_EQ(phase(), "shown");
+      loop.advance(0.001);
+      EXPECT_EQ(phase(), "fading");
+      loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
+      EXPECT_EQ(phase(), "hidden");
+    }
+  }
+}
+
+TEST_F(SVProgressHUDTest, PlainStatusesAndProgressStayUntilDismissed) {
+  struct Row {
+    const char* name;
+    void (*show)();
+    Kind kind;
+  };
+  const Row rows[] = {
+      {"show", [] { SVProgressHUD::show(); }, Kind::status},
+      {"status", [] { SVProgressHUD::showWithStatus("Working"); }, Kind::status},
+      {"progress", [] { SVProgressHUD::showProgress(0.4f, "Copying"); }, Kind::progress},
+  };
+  for (const auto& row : rows) {
+    resetPlatformState();
+    row.show();
+    loop.advance(3600);
+    EXPECT_EQ(phase(), "shown") << row.name;
+    EXPECT_EQ(SVProgressHUD::state().kind, row.kind) << row.name;
+  }
+  EXPECT_FLOAT_EQ(SVProgressHUD::state().progress, 0.4f);
+}
+
+TEST_F(SVProgressHUDTest, ANewShowCancelsAPendingSelfDismissal) {
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  SVProgressHUD::showSuccessWithStatus("OK");  // would leave at 0.62 s
+  loop.advance(0.5);
+
+  SVProgressHUD::showWithStatus("Loading");
+  loop.advance(10);
+
+  EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(SVProgressHUD::state().status, "Loading");
+}
+
+TEST_F(SVProgressHUDTest, ASecondSelfDismissingStatusRunsOnItsOwnClock) {
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
+  loop.advance(0.5);
+  SVProgressHUD::showErrorWithStatus("Mark as Favourite....");  // 1.76 s from 0.5 s
+  loop.advance(1.759);
+  EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(SVProgressHUD::state().kind, Kind::error);
+  loop.advance(0.001);
+  EXPECT_EQ(phase(), "fading");
+}
+
+TEST_F(SVProgressHUDTest, TheDisplayTimeIsFixedWhenTheStatusIsAskedFor) {
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  SVProgressHUD::showSuccessWithStatus("OK");
+  SVProgressHUD::setMinimumDismissTimeInterval(5.0);
+  loop.advance(0.62);
+  EXPECT_EQ(phase(), "fading");
+}
+
+TEST_F(SVProgressHUDTest, DismissWithDelayFadesAfterTheDelayThenCompletes) {
+  for (double delay : {0.0, 0.5, 2.0}) {
+    SCOPED_TRACE(delay);
+    resetPlatformState();
+    heard.clear();
+    SVProgressHUD::showWithStatus("Loading Ads...");
+    SVProgressHUD::dismissWithDelay(delay, note("completed"));
+    loop.runUntilIdle();
+    EXPECT_EQ(phase(), delay > 0 ? "shown" : "fading");
+
+    if (delay > 0) loop.advance(delay - 0.001);
+    EXPECT_EQ(phase(), delay > 0 ? "shown" : "fading");
+    if (delay > 0) loop.advance(0.001);
+    EXPECT_EQ(phase(), "fading");
+    loop.advance(SVProgressHUD::kFadeOutAnimationDuration - 0.001);
+    EXPECT_TRUE(heard.empty());
+    loop.advance(0.001);
+    EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
+    EXPECT_EQ(phase(), "hidden");
+  }
+}
+
+TEST_F(SVProgressHUDTest, AShowDuringTheFadeStopsItAndTheCompletionNeverRuns) {
+  SVProgressHUD::showWithStatus("Loading Ads...");
+  SVProgressHUD::dismissWithDelay(0.5, note("completed"));
+  loop.advance(0.6);
+  ASSERT_EQ(phase(), "fading");
+
+  SVProgressHUD::showWithStatus("Again");
+  loop.advance(10);
+
+  EXPECT_TRUE(heard.empty());
+  EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(SVProgressHUD::state().status, "Again");
+}
+
+TEST_F(SVProgressHUDTest, AShowDuringTheDelayIsDismissedWhenTheDelayEnds) {
+  // The library does not cancel a delayed dismissal: it takes the new overlay with it.
+  SVProgressHUD::showWithStatus("Loading Ads...");
+  SVProgressHUD::dismissWithDelay(0.5, note("completed"));
+  loop.advance(0.2);
+  SVProgressHUD::showWithStatus("Again");
+  loop.advance(0.3);
+  EXPECT_EQ(phase(), "fading");
+  loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
+  EXPECT_EQ(phase(), "hidden");
+  EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
+}
+
+TEST_F(SVProgressHUDTest, ALaterDismissalDuringAFadeKeepsTheEarlierCompletion) {
+  struct Row {
+    const char* name;
+    void (*second)(SVProgressHUD::Completion);
+    std::vector<std::string> heard;
+  };
+  const Row rows[] = {
+      {"explicit dismissal",
+       [](SVProgressHUD::Completion c) { SVProgressHUD::dismissWithCompletion(std::move(c)); },
+       {"first", "second"}},
+      {"self-dismissal timer", [](SVProgressHUD::Completion) {}, {"first"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    resetPlatformState();
+    heard.clear();
+    SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+    SVProgressHUD::showSuccessWithStatus("OK");  // its own fade would start at 0.62 s
+    loop.advance(0.55);
+
+    SVProgressHUD::dismissWithCompletion(note("first"));
+    loop.advance(0.05);
+    row.second(note("second"));
+    loop.advance(1.0);
+
+    EXPECT_EQ(heard, row.heard);
+    EXPECT_EQ(phase(), "hidden");
+  }
+}
+
+TEST_F(SVProgressHUDTest, DismissingAHiddenOverlayStillCompletesAfterTheFade) {
+  SVProgressHUD::dismissWithCompletion(note("completed"));
+  loop.runUntilIdle();
+  EXPECT_EQ(phase(), "hidden");
+  loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
+  EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
+}
+
+TEST_F(SVProgressHUDTest, ALateSelfDismissalLeavesAHiddenOverlayAlone) {
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
+  loop.advance(0.1);
+  SVProgressHUD::dismiss();
+  loop.advance(0.3);
+  ASSERT_EQ(phase(), "hidden");
+  int changes = 0;
+  SVProgressHUD::changed().observe([&] { ++changes; });
+
+  loop.advance(0.3);  // past the 0.62 s timer
+
+  EXPECT_EQ(phase(), "hidden");
+  EXPECT_EQ(changes, 0);
+}
+
+TEST_F(SVProgressHUDTest, ChangesAreSignalledAndAFreshLibraryHasNoObservers) {
+  int changes = 0;
+  SVProgressHUD::changed().observe([&] { ++changes; });
+  SVProgressHUD::showWithStatus("A");
+  loop.runUntilIdle();
+  EXPECT_EQ(changes, 1);
+  SVProgressHUD::dismiss();
+  loop.advance(1);
+  EXPECT_EQ(changes, 3) << "fade start and end";
+
+  resetPlatformState();
+  SVProgressHUD::showWithStatus("B");
+  loop.runUntilIdle();
+  EXPECT_EQ(changes, 3);
+}
+
+}  // namespace

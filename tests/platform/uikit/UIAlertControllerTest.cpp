@@ -1,0 +1,93 @@
+#include "platform/uikit/UIAlertController.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/PlatformState.h"
+#include "platform/foundation/ManualRunLoop.h"
+#include "platform/uikit/UIWindow.h"
+#include "LifeCycleJournal.h"
+
+namespace {
+
+using uikit_test::Journal;
+using uikit_test::Lines;
+using uikit_test::recording;
+
+class UIAlertControllerTest : public ::testing::Test {
+ protected:
+  ManualRunLoop loop;
+  Journal journal;
+  std::shared_ptr<uikit_test::RecordingController> screen;
+  std::shared_ptr<UIWindow> window;
+
+  void SetUp() override {
+    resetPlatformState();
+    screen = recording("Screen", journal);
+    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
+    window->setRootViewController(screen);
+    window->makeKeyAndVisible();
+    loop.runUntilIdle();
+    journal.take();
+  }
+  void TearDown() override { resetPlatformState(); }
+
+  std::shared_ptr<UIAlertController> presentAlert() {
+    auto alert = std::make_shared<UIAlertController>("Delete?", "It cannot be undone.",
+                                                     UIAlertControllerStyle::alert);
+    for (const char* title : {"Cancel", "Delete"}) {
+      alert->addAction({title, UIAlertActionStyle::defaultStyle, [this, weakAlert = std::weak_ptr(alert)](const UIAlertAction& a) {
+                          auto alert = weakAlert.lock();
+                          journal.note("handler " + a.title + (screen->presentedViewController()
+                                                                   ? " while presented"
+                                                                   : " after dismissal"));
+                          journal.note(alert->appearance() == UIViewController::Appearance::disappeared
+                                           ? "alert gone"
+                                           : "alert still on screen");
+                        }});
+    }
+    screen->presentViewController(alert, true, nullptr);
+    loop.runUntilIdle();
+    journal.take();
+    return alert;
+  }
+};
+
+TEST_F(UIAlertControllerTest, PressingAnActionDismissesTheAlertThenRunsItsHandler) {
+  auto alert = presentAlert();
+
+  EXPECT_TRUE(alert->pressActionWithTitle("Delete"));
+
+  EXPECT_TRUE(journal.take().empty()) << "the handler waits for the alert to leave";
+  loop.runUntilIdle();
+  EXPECT_EQ(journal.take(), (Lines{"handler Delete after dismissal", "alert gone"}));
+  EXPECT_EQ(screen->presentedViewController(), nullptr);
+}
+
+TEST_F(UIAlertControllerTest, AnAlertLeavesThePresenterOnScreen) {
+  auto alert = presentAlert();
+  EXPECT_EQ(screen->appearance(), UIViewController::Appearance::appeared);
+  alert->pressActionWithTitle("Cancel");
+  loop.runUntilIdle();
+  for (const auto& line : journal.take()) EXPECT_EQ(line.rfind("Screen.", 0), std::string::npos) << line;
+}
+
+TEST_F(UIAlertControllerTest, AnUnknownTitleIsNotPressed) {
+  auto alert = presentAlert();
+  EXPECT_FALSE(alert->pressActionWithTitle("delete"));
+  EXPECT_FALSE(alert->pressActionWithTitle(""));
+  loop.runUntilIdle();
+  EXPECT_TRUE(journal.take().empty());
+  EXPECT_EQ(screen->presentedViewController(), alert);
+}
+
+TEST_F(UIAlertControllerTest, AnActionWithoutHandlerStillDismisses) {
+  auto alert = std::make_shared<UIAlertController>(std::nullopt, "Saved", UIAlertControllerStyle::actionSheet);
+  alert->addAction({"OK", UIAlertActionStyle::cancel, nullptr});
+  screen->presentViewController(alert, true, nullptr);
+  loop.runUntilIdle();
+  EXPECT_TRUE(alert->pressActionWithTitle("OK"));
+  loop.runUntilIdle();
+  EXPECT_EQ(screen->presentedViewController(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+#include "platform/uikit/UIStoryboard.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/PlatformState.h"
+#include "platform/uikit/UIViewController.h"
+
+namespace {
+
+class UIStoryboardTest : public ::testing::Test {
+ protected:
+  void SetUp() override { resetPlatformState(); }
+  void TearDown() override { resetPlatformState(); }
+};
+
+TEST_F(UIStoryboardTest, InstantiationMakesANewControllerNamedAfterItsIdentifier) {
+  int made = 0;
+  UIStoryboard::registerScene("Main", "HomeViewController", [&] {
+    ++made;
+    return std::make_shared<UIViewController>();
+  });
+  auto board = UIStoryboard::storyboardWithName("Main");
+
+  auto first = board.instantiateViewControllerWithIdentifier("HomeViewController");
+  auto second = board.instantiateViewControllerWithIdentifier("HomeViewController");
+
+  ASSERT_NE(first, nullptr);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(made, 2);
+  EXPECT_EQ(first->storyboardIdentifier(), "HomeViewController");
+  EXPECT_FALSE(first->isViewLoaded()) << "instantiation does not load the view";
+}
+
+TEST_F(UIStoryboardTest, UnknownNamesGiveNoController) {
+  UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
+  struct Row {
+    const char* storyboard;
+    const char* identifier;
+  };
+  for (const Row& row : {Row{"Main", "home"}, Row{"Main", ""}, Row{"Other", "Home"}}) {
+    auto board = UIStoryboard::storyboardWithName(row.storyboard);
+    EXPECT_EQ(board.instantiateViewControllerWithIdentifier(row.identifier), nullptr)
+        << row.storyboard << "/" << row.identifier;
+    EXPECT_FALSE(board.containsIdentifier(row.identifier));
+  }
+  EXPECT_EQ(UIStoryboard::storyboardWithName("Other").instantiateInitialViewController(), nullptr);
+}
+
+TEST_F(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnes) {
+  UIStoryboard::setInitialScene("Main", [] {
+    auto vc = std::make_shared<UIViewController>();
+    vc->setTitle("initial");
+    return vc;
+  });
+  UIStoryboard::registerScene("Main", "B", [] { return std::make_shared<UIViewController>(); });
+  UIStoryboard::registerScene("Main", "A", [] { return std::make_shared<UIViewController>(); });
+
+  auto initial = UIStoryboard::storyboardWithName("Main").instantiateInitialViewController();
+
+  ASSERT_NE(initial, nullptr);
+  EXPECT_EQ(initial->title(), "initial");
+  EXPECT_EQ(UIStoryboard::identifiers("Main"), (std::vector<std::string>{"A", "B"}));
+}
+
+TEST_F(UIStoryboardTest, AnIdentifierTheSceneSetItselfIsKept) {
+  UIStoryboard::registerScene("Main", "Alias", [] {
+    auto vc = std::make_shared<UIViewController>();
+    vc->setStoryboardIdentifier("Real");
+    return vc;
+  });
+  auto vc = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("Alias");
+  EXPECT_EQ(vc->storyboardIdentifier(), "Real");
+}
+
+TEST_F(UIStoryboardTest, UnregisteringForgetsEveryScene) {
+  UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
+  UIStoryboard::setInitialScene("Main", [] { return std::make_shared<UIViewController>(); });
+  resetPlatformState();
+  auto board = UIStoryboard::storyboardWithName("Main");
+  EXPECT_EQ(board.instantiateViewControllerWithIdentifier("Home"), nullptr);
+  EXPECT_EQ(board.instantiateInitialViewController(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,226 @@
+#include "platform/uikit/UIView.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/uikit/UILabel.h"
+
+namespace {
+
+std::shared_ptr<UIView> tagged(long tag) {
+  auto v = std::make_shared<UIView>();
+  v->setTag(tag);
+  return v;
+}
+
+// Counts `changed` emissions of a view for as long as it lives.
+struct ChangeCounter {
+  explicit ChangeCounter(const std::shared_ptr<UIView>& view) : view(view) {
+    token = view->changed().observe([this] { ++count; });
+  }
+  ~ChangeCounter() {
+    if (auto v = view.lock()) v->changed().unobserve(token);
+  }
+  std::weak_ptr<UIView> view;
+  ChangeSignal::Token token = 0;
+  int count = 0;
+};
+
+TEST(UIViewTest, AddingAViewMovesItFromItsOldParent) {
+  auto oldParent = std::make_shared<UIView>();
+  auto newParent = std::make_shared<UIView>();
+  auto child = std::make_shared<UIView>();
+  oldParent->addSubview(child);
+  ChangeCounter oldChanges(oldParent), newChanges(newParent);
+
+  newParent->addSubview(child);
+
+  EXPECT_TRUE(oldParent->subviews().empty());
+  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{child}));
+  EXPECT_EQ(child->superview(), newParent);
+  EXPECT_EQ(oldChanges.count, 1);
+  EXPECT_EQ(newChanges.count, 1);
+}
+
+TEST(UIViewTest, ReaddingASubviewMovesItToTheFront) {
+  auto parent = std::make_shared<UIView>();
+  auto a = tagged(1), b = tagged(2), c = tagged(3);
+  for (const auto& v : {a, b, c}) parent->addSubview(v);
+  parent->addSubview(a);
+  parent->insertSubviewAtIndex(c, 0);
+  EXPECT_EQ(parent->subviews(), (std::vector<std::shared_ptr<UIView>>{c, b, a}));
+}
+
+TEST(UIViewTest, AViewIsNeverAddedInsideItself) {
+  auto root = std::make_shared<UIView>();
+  auto child = std::make_shared<UIView>();
+  auto grandchild = std::make_shared<UIView>();
+  root->addSubview(child);
+  child->addSubview(grandchild);
+
+  root->addSubview(root);
+  grandchild->addSubview(root);
+  grandchild->addSubview(child);
+
+  EXPECT_EQ(root->superview(), nullptr);
+  EXPECT_EQ(child->superview(), root);
+  EXPECT_EQ(grandchild->superview(), child);
+  EXPECT_TRUE(grandchild->subviews().empty());
+  EXPECT_FALSE(root->isEffectivelyHidden());
+}
+
+TEST(UIViewTest, RemoveFromSuperviewDetachesAndLetsTheViewGo) {
+  auto parent = std::make_shared<UIView>();
+  std::weak_ptr<UIView> weakChild;
+  {
+    auto child = std::make_shared<UIView>();
+    weakChild = child;
+    parent->addSubview(child);
+  }
+  ASSERT_FALSE(weakChild.expired());
+  ChangeCounter changes(parent);
+
+  weakChild.lock()->removeFromSuperview();
+
+  EXPECT_TRUE(weakChild.expired());
+  EXPECT_TRUE(parent->subviews().empty());
+  EXPECT_EQ(changes.count, 1);
+}
+
+TEST(UIViewTest, ViewWithTagSearchesDepthFirstFromItself) {
+  // root(7) ─┬─ a(1) ── a1(5)
+  //          └─ b(5) ── b1(6)
+  auto root = tagged(7), a = tagged(1), a1 = tagged(5), b = tagged(5), b1 = tagged(6);
+  root->addSubview(a);
+  a->addSubview(a1);
+  root->addSubview(b);
+  b->addSubview(b1);
+
+  struct Row {
+    long tag;
+    std::shared_ptr<UIView> expected;
+  };
+  for (const Row& row : {Row{7, root}, Row{1, a}, Row{5, a1}, Row{6, b1}, Row{42, nullptr}}) {
+    EXPECT_EQ(root->viewWithTag(row.tag), row.expected) << row.tag;
+  }
+  EXPECT_EQ(b->viewWithTag(5), b);
+  EXPECT_EQ(a->viewWithTag(6), nullptr) << "a sibling's subtree is not searched";
+}
+
+TEST(UIViewTest, HiddenAncestorsHideDescendants) {
+  auto root = std::make_shared<UIView>();
+  auto middle = std::make_shared<UIView>();
+  auto leaf = std::make_shared<UIView>();
+  root->addSubview(middle);
+  middle->addSubview(leaf);
+
+  struct Row {
+    bool rootHidden, middleHidden, leafHidden, leafEffectivelyHidden;
+  };
+  for (const Row& row : {Row{false, false, false, false}, Row{true, false, false, true},
+                         Row{false, true, false, true}, Row{false, false, true, true}}) {
+    root->setHidden(row.rootHidden);
+    middle->setHidden(row.middleHidden);
+    leaf->setHidden(row.leafHidden);
+    EXPECT_EQ(leaf->isEffectivelyHidden(), row.leafEffectivelyHidden)
+        << row.rootHidden << row.middleHidden << row.leafHidden;
+    EXPECT_EQ(leaf->isHidden(), row.leafHidden);
+  }
+}
+
+TEST(UIViewTest, VisibleChangesAreSignalledAndInvisibleOnesAreNot) {
+  struct Row {
+    const char* name;
+    std::function<void(UIView&)> change;
+    int signals;
+  };
+  const Row rows[] = {
+      {"frame", [](UIView& v) { v.setFrame(CGRectMake(1, 2, 3, 4)); }, 1},
+      {"same frame", [](UIView& v) { v.setFrame(v.frame()); }, 0},
+      {"hidden", [](UIView& v) { v.setHidden(true); }, 1},
+      {"same hidden", [](UIView& v) { v.setHidden(false); }, 0},
+      {"alpha", [](UIView& v) { v.setAlpha(0.5); }, 1},
+      {"same alpha", [](UIView& v) { v.setAlpha(1); }, 0},
+      {"background", [](UIView& v) { v.setBackgroundColor(UIColor::whiteColor()); }, 1},
+      {"clips", [](UIView& v) { v.setClipsToBounds(true); }, 1},
+      {"layer", [](UIView& v) { v.updateLayer([](CALayer& l) { l.cornerRadius = 8; }); }, 1},
+      {"layout pass", [](UIView& v) { v.layoutIfNeeded(); }, 1},
+      {"subview", [](UIView& v) { v.addSubview(std::make_shared<UIView>()); }, 1},
+      {"tag", [](UIView& v) { v.setTag(9); }, 0},
+      {"interaction", [](UIView& v) { v.setUserInteractionEnabled(false); }, 0},
+      {"label text", [](UIView& v) { static_cast<UILabel&>(v).setText("Hello"); }, 1},
+      {"same label text", [](UIView& v) { static_cast<UILabel&>(v).setText(std::nullopt); }, 0},
+  };
+  for (const auto& row : rows) {
+    auto view = std::make_shared<UILabel>();
+    ChangeCounter changes(view);
+    row.change(*view);
+    EXPECT_EQ(changes.count, row.signals) << row.name;
+  }
+}
+
+TEST(UIViewTest, AnObserverMayUnobserveItselfWhileBeingTold) {
+  auto view = std::make_shared<UIView>();
+  std::vector<std::string> heard;
+  ChangeSignal::Token self = 0;
+  self = view->changed().observe([&] {
+    heard.push_back("once");
+    view->changed().unobserve(self);
+  });
+  view->changed().observe([&] { heard.push_back("always"); });
+
+  view->setAlpha(0.5);
+  view->setAlpha(0.25);
+
+  EXPECT_EQ(heard, (std::vector<std::string>{"once", "always", "always"}));
+}
+
+TEST(UIViewTest, AnObserverRemovedByAnEarlierOneIsNotToldAnyMore) {
+  // A subscriber that ends its observation when it is destroyed, as a screen's shell would.
+  struct Subscriber {
+    Subscriber(const std::shared_ptr<UIView>& view, std::vector<std::string>& log)
+        : view(view), log(log) {
+      token = view->changed().observe([&log] { log.push_back("told"); });
+    }
+    ~Subscriber() {
+      view->changed().unobserve(token);
+      log.push_back("gone");
+    }
+    std::shared_ptr<UIView> view;
+    std::vector<std::string>& log;
+    ChangeSignal::Token token;
+  };
+  auto view = std::make_shared<UIView>();
+  std::vector<std::string> log;
+  std::unique_ptr<Subscriber> subscriber;
+  // Given an earlier observer that drops the subscriber when told
+  view->changed().observe([&] { subscriber.reset(); });
+  subscriber = std::make_unique<Subscriber>(view, log);
+
+  // When the view changes
+  view->setAlpha(0.5);
+
+  // Then the dropped subscriber is not told after it is gone
+  EXPECT_EQ(log, (std::vector<std::string>{"gone"}));
+}
+
+TEST(UIViewTest, AnObserverAddedWhileTellingHearsFromTheNextChangeOn) {
+  auto view = std::make_shared<UIView>();
+  int added = 0;
+  bool once = false;
+  view->changed().observe([&] {
+    if (once) return;
+    once = true;
+    view->changed().observe([&] { ++added; });
+  });
+  view->setAlpha(0.5);
+  EXPECT_EQ(added, 0);
+  view->setAlpha(0.25);
+  EXPECT_EQ(added, 1);
+}
+
+}  // namespace
