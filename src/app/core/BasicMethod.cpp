@@ -77,31 +77,37 @@ std::optional<std::vector<File>> loadFavouriteFiles() {
   return load(kFavFilesKey, kFavouriteDecodeFailureLine);
 }
 
-std::vector<File> foldFiles(const std::vector<File>& files) {
+std::vector<File> foldFiles(std::vector<File> files) {
+  // Compacts in place: records move forward over the duplicates, so the views into the kept
+  // addresses stay valid while the set holds them.
   std::unordered_set<std::string_view> seen;
   seen.reserve(files.size());
-  std::vector<File> kept;
-  kept.reserve(files.size());
-  for (const auto& f : files) {
-    if (seen.insert(f.url.absoluteString()).second) kept.push_back(f);
+  size_t kept = 0;
+  for (size_t i = 0; i < files.size(); ++i) {
+    if (!seen.insert(files[i].url.absoluteString()).second) continue;
+    if (kept != i) {
+      seen.erase(files[i].url.absoluteString());
+      files[kept] = std::move(files[i]);
+      seen.insert(files[kept].url.absoluteString());
+    }
+    ++kept;
   }
-  return kept;
+  files.erase(files.begin() + static_cast<std::ptrdiff_t>(kept), files.end());
+  return files;
 }
 
 void refreshRecentFiles() {
   auto read = loadRecentFiles();
   if (!read) return;
   auto data = AppData::shared();
-  data->recentFiles = std::move(*read);
-  data->recentFiles = foldFiles(data->recentFiles);
+  data->recentFiles = foldFiles(std::move(*read));
 }
 
 void refreshFavouriteFiles() {
   auto read = loadFavouriteFiles();
   if (!read) return;
   auto data = AppData::shared();
-  data->FavouriteFiles = std::move(*read);
-  data->FavouriteFiles = foldFiles(data->FavouriteFiles);
+  data->FavouriteFiles = foldFiles(std::move(*read));
 }
 
 void addRecentFile(const URL& url, FileType kind) {

@@ -29,7 +29,7 @@ std::optional<std::vector<File>> loadRecentFiles();
 std::optional<std::vector<File>> loadFavouriteFiles();
 
 // Keeps the first record of each address (by absolute string), in order.
-std::vector<File> foldFiles(const std::vector<File>& files);
+std::vector<File> foldFiles(std::vector<File> files);
 
 // Reads a stored list into AppData and folds it there; nothing changes when nothing was stored.
 void refreshRecentFiles();

@@ -8,12 +8,16 @@ std::string DecodingError::localizedDescription() const {
 }
 
 PlistValue File::encode() const {
-  PlistValue::Dictionary urlForm{{"relative", PlistValue(url.absoluteString())}};
-  return PlistValue(PlistValue::Dictionary{
-      {"url", PlistValue(std::move(urlForm))},
-      {"openingDate", PlistValue(openingDate)},
-      {"filetype", PlistValue(std::string(rawValue(filetype)))},
-  });
+  // Built by moves: an initializer list would copy every nested value once more.
+  PlistValue::Dictionary urlForm;
+  urlForm.reserve(1);
+  urlForm.emplace_back("relative", PlistValue(url.absoluteString()));
+  PlistValue::Dictionary record;
+  record.reserve(3);
+  record.emplace_back("url", PlistValue(std::move(urlForm)));
+  record.emplace_back("openingDate", PlistValue(openingDate));
+  record.emplace_back("filetype", PlistValue(std::string(rawValue(filetype))));
+  return PlistValue(std::move(record));
 }
 
 namespace {

@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <mutex>
+#include <string>
 #include <system_error>
+#include <unordered_map>
 
 #include "platform/foundation/FatalError.h"
 
@@ -85,7 +88,47 @@ std::string absoluteFilePath(std::string_view path) {
 
 }  // namespace
 
+namespace {
+
+// Stored lists are read again at every appearance of the home screen, so the same address texts
+// come back time and again; parsing one costs several allocations in uriparser. Texts already
+// found valid keep their layout here. Bounded: emptied when full.
+template <class Layout>
+class ParsedTexts {
+ public:
+  std::optional<Layout> find(std::string_view text) {
+    std::lock_guard lock(mutex_);
+    auto it = entries_.find(text);
+    if (it == entries_.end()) return std::nullopt;
+    return it->second;
+  }
+  void remember(std::string_view text, const Layout& layout) {
+    std::lock_guard lock(mutex_);
+    if (entries_.size() >= kCapacity) entries_.clear();
+    entries_.emplace(std::string(text), layout);
+  }
+
+ private:
+  static constexpr std::size_t kCapacity = 1u << 17;
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const noexcept { return std::hash<std::string_view>()(s); }
+  };
+  std::mutex mutex_;
+  std::unordered_map<std::string, Layout, Hash, std::equal_to<>> entries_;
+};
+
+}  // namespace
+
 std::optional<URL> URL::withString(std::string_view text) {
+  static ParsedTexts<Layout> cache;
+  if (auto layout = cache.find(text)) return URL(std::string(text), *layout);
+  auto url = parse(text);
+  if (url) cache.remember(text, url->layout_);
+  return url;
+}
+
+std::optional<URL> URL::parse(std::string_view text) {
   if (text.empty()) return std::nullopt;
   const char* first = text.data();
   const char* afterLast = first + text.size();

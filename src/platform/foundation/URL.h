@@ -58,6 +58,7 @@ class URL {
   };
 
   URL(std::string absolute, Layout layout) : absolute_(std::move(absolute)), layout_(layout) {}
+  static std::optional<URL> parse(std::string_view text);
   static URL fileURLWithAbsolutePath(std::string absolute, bool isDirectory);
   std::string_view rawPath() const;
   // This URL with its (still encoded) path replaced; scheme, authority, query and fragment stay.
