@@ -247,3 +247,36 @@ void UICollectionView::userTapItemAtIndexPath(const NSIndexPath& indexPath) {
   selectItemAtIndexPath(indexPath, true);
   if (delegate) delegate->collectionViewDidSelectItemAtIndexPath(*this, indexPath);
 }
+
+void UICollectionView::withCellForRow(const NSIndexPath& indexPath,
+                                      const std::function<void(UICollectionViewCell&)>& use) {
+  if (auto cell = cellForItemAtIndexPath(indexPath)) {
+    use(*cell);
+    return;
+  }
+  auto source = dataSource_.lock();
+  if (!source) return;
+  auto cell = source->collectionViewCellForItemAtIndexPath(*this, indexPath);
+  if (!cell) return;
+  applySelection(*cell, indexPath);
+  use(*cell);
+  pool_[cell->reuseIdentifier()].push_back(cell);
+}
+
+void UICollectionView::contentOffsetDidChange() {
+  if (layoutValid_) layoutSubviews();
+}
+
+void UICollectionView::frameDidChange() {
+  layoutValid_ = false;
+  if (RunLoop::hasCurrent() && !layoutScheduled_) {
+    layoutScheduled_ = true;
+    std::weak_ptr<UICollectionView> weak = strongSelf<UICollectionView>();
+    DispatchQueue::main().async([weak] {
+      if (auto self = weak.lock()) {
+        self->layoutScheduled_ = false;
+        self->layoutSubviews();
+      }
+    });
+  }
+}

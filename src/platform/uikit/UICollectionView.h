@@ -97,6 +97,13 @@ class UICollectionView : public UIScrollView {
   // A user taps an item: the collection's own selection handling.
   void userTapItemAtIndexPath(const NSIndexPath& indexPath);
 
+  // The cell of a row as its data source fills it now: the one on screen, or one made for the
+  // occasion and handed back to the reuse pool afterwards.
+  void withCellForRow(const NSIndexPath& indexPath, const std::function<void(UICollectionViewCell&)>& use);
+
+  void contentOffsetDidChange() override;
+  void frameDidChange() override;
+
  private:
   void computeLayout();
   void applySelection(UICollectionViewCell& cell, const NSIndexPath& indexPath);

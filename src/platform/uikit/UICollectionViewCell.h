@@ -19,7 +19,8 @@ class UICollectionViewCell : public UIView {
   bool isSelected() const { return selected_; }
   // Subclasses act on it, calling this first.
   virtual void setSelected(bool selected);
-  virtual void prepareForReuse() {}
+  // The platform clears the selection of a cell it hands out again.
+  virtual void prepareForReuse() { setSelected(false); }
   virtual void awakeFromNib() {}
 
   void registerOutlet(std::string name, std::shared_ptr<UIView> view) {

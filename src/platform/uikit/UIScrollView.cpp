@@ -4,6 +4,7 @@
 
 void UIScrollView::setContentOffset(CGPoint offset, bool animated) {
   contentOffset_ = offset;
+  contentOffsetDidChange();
   didChange();
   if (auto d = delegate_.lock()) d->scrollViewDidScroll(*this);
 }

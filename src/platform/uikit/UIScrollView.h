@@ -22,6 +22,8 @@ class UIScrollView : public UIView {
   CGPoint contentOffset() const { return contentOffset_; }
   // Moves the content and tells the delegate, as a user's scroll would.
   void setContentOffset(CGPoint offset, bool animated = false);
+  // Told after the content moved, before the delegate hears of it.
+  virtual void contentOffsetDidChange() {}
   CGSize contentSize() const { return contentSize_; }
   void setContentSize(CGSize size);
   UIEdgeInsets contentInset() const { return contentInset_; }

@@ -7,7 +7,9 @@
 
 void UIView::setFrame(CGRect frame) {
   if (frame == frame_) return;
+  bool resized = !(frame.size == frame_.size);
   frame_ = frame;
+  if (resized) frameDidChange();
   didChange();
 }
 

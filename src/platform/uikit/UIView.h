@@ -92,6 +92,8 @@ class UIView : public UIResponder {
   void setNeedsLayout();
   int layoutCount() const { return layoutCount_; }
   virtual CGSize intrinsicContentSize() const { return {-1, -1}; }
+  // Told after the frame (and so the bounds) changed; containers lay out again.
+  virtual void frameDidChange() {}
   void setNeedsDisplay();
 
   ChangeSignal& changed() { return changed_; }
