@@ -10,7 +10,9 @@
 #include "platform/foundation/NSTimeZone.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/SharedInstance.h"
+#include "platform/foundation/VolumeInfoSource.h"
 #include "platform/libs/SVProgressHUD.h"
+#include "platform/mediaplayer/MediaLibrarySource.h"
 #include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/FIRApp.h"
 #include "platform/services/PermissionAuthority.h"
@@ -33,6 +35,8 @@ void resetPlatformState() {
   GoogleAdsNetwork::install(nullptr);
   PermissionAuthority::install(nullptr);
   PhotoLibrarySource::install(nullptr);
+  MediaLibrarySource::install(nullptr);
+  VolumeInfoSource::install(nullptr);
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();
   NSUserDefaults::installStandard(std::make_shared<InMemoryPreferencesStore>());

@@ -1,5 +1,8 @@
 #include "backends/sim/Fixture.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -256,6 +259,86 @@ void readPhotos(const json& photos, Fixture& f) {
   if (auto v = member(photos, "confirmDeletes")) f.confirmPhotoDeletes = boolean(*v, "photos.confirmDeletes");
 }
 
+std::optional<std::string> optionalText(const json& v, const std::string& where) {
+  if (v.is_null()) return std::nullopt;
+  return text(v, where);
+}
+
+std::uint64_t persistentId(const json& v, const std::string& where) {
+  std::string s = v.is_string() ? v.get<std::string>() : (v.is_number_unsigned() || v.is_number_integer()) ? std::to_string(v.get<std::uint64_t>()) : std::string();
+  if (s.empty() || s.find_first_not_of("0123456789") != std::string::npos || s.size() > 20) {
+    throw Bad{where + ": a persistent id is a decimal 64-bit number"};
+  }
+  errno = 0;
+  char* end = nullptr;
+  unsigned long long n = std::strtoull(s.c_str(), &end, 10);
+  if (errno == ERANGE) throw Bad{where + ": a persistent id is a decimal 64-bit number"};
+  return n;
+}
+
+void readMusic(const json& music, Fixture& f) {
+  if (!music.is_object()) throw Bad{"music: expected an object"};
+  if (auto songs = member(music, "songs")) {
+    if (!songs->is_array()) throw Bad{"music.songs: expected an array"};
+    for (size_t i = 0; i < songs->size(); ++i) {
+      const json& s = (*songs)[i];
+      std::string at = "music.songs[" + std::to_string(i) + "]";
+      MPMediaItemRecord song;
+      auto id = member(s, "persistentID");
+      if (!id) throw Bad{at + ": a song needs its persistentID"};
+      song.persistentID = persistentId(*id, at + ".persistentID");
+      if (auto v = member(s, "title")) song.title = optionalText(*v, at + ".title");
+      if (auto v = member(s, "artist")) song.artist = optionalText(*v, at + ".artist");
+      if (auto v = member(s, "albumTitle")) song.albumTitle = optionalText(*v, at + ".albumTitle");
+      if (auto v = member(s, "duration")) song.playbackDuration = number(*v, at + ".duration");
+      song.fileSize = 4'000'000;
+      if (auto v = member(s, "fileSize")) song.fileSize = optionalInteger(*v, at + ".fileSize");
+      song.dateAdded = Date{f.now};
+      if (auto v = member(s, "dateAdded")) {
+        song.dateAdded = v->is_null() ? std::nullopt : std::optional<Date>(Date{date(*v, at + ".dateAdded")});
+      }
+      if (auto v = member(s, "hasAssetURL")) song.hasAssetURL = boolean(*v, at + ".hasAssetURL");
+      if (auto v = member(s, "artwork")) song.hasArtwork = boolean(*v, at + ".artwork");
+      if (auto v = member(s, "readable")) song.readable = boolean(*v, at + ".readable");
+      for (const auto& earlier : f.songs) {
+        if (earlier.persistentID == song.persistentID) throw Bad{at + ".persistentID: used twice"};
+      }
+      f.songs.push_back(std::move(song));
+    }
+  }
+  if (auto albums = member(music, "albums")) {
+    if (!albums->is_array()) throw Bad{"music.albums: expected an array"};
+    for (size_t i = 0; i < albums->size(); ++i) {
+      const json& a = (*albums)[i];
+      std::string at = "music.albums[" + std::to_string(i) + "]";
+      MPMediaCollectionRecord album;
+      if (auto v = member(a, "title")) album.title = optionalText(*v, at + ".title");
+      if (auto list = member(a, "songs")) {
+        if (!list->is_array()) throw Bad{at + ".songs: expected an array of persistent ids"};
+        for (size_t k = 0; k < list->size(); ++k) {
+          auto id = persistentId((*list)[k], at + ".songs[" + std::to_string(k) + "]");
+          bool known = false;
+          for (const auto& song : f.songs) known = known || song.persistentID == id;
+          if (!known) throw Bad{at + ".songs: no song " + std::to_string(id)};
+          album.songs.push_back(id);
+        }
+      }
+      f.musicAlbums.push_back(std::move(album));
+    }
+  } else {
+    // Without albums, songs are grouped by album title in order of first appearance.
+    for (const auto& song : f.songs) {
+      auto it = std::find_if(f.musicAlbums.begin(), f.musicAlbums.end(),
+                             [&](const auto& album) { return album.title == song.albumTitle; });
+      if (it == f.musicAlbums.end()) {
+        f.musicAlbums.push_back({song.albumTitle, {}});
+        it = f.musicAlbums.end() - 1;
+      }
+      it->songs.push_back(song.persistentID);
+    }
+  }
+}
+
 }  // namespace
 
 Result<Fixture> Fixture::parse(const std::string& input) {
@@ -306,6 +389,7 @@ Result<Fixture> Fixture::parse(const std::string& input) {
     }
     if (auto p = member(j, "preferences")) readPreferences(*p, f);
     if (auto p = member(j, "photos")) readPhotos(*p, f);
+    if (auto m = member(j, "music")) readMusic(*m, f);
     if (auto docs = member(j, "documents")) {
       if (!docs->is_array()) throw Bad{"documents: expected an array"};
       for (size_t i = 0; i < docs->size(); ++i) {

@@ -9,6 +9,7 @@
 
 #include "platform/foundation/PlistValue.h"
 #include "platform/foundation/Result.h"
+#include "platform/mediaplayer/MPMediaItemRecord.h"
 #include "platform/photos/PHAssetRecord.h"
 
 namespace nimbrel::sim {
@@ -53,6 +54,8 @@ struct Fixture {
   std::vector<PhotoAsset> photoAssets;
   std::vector<PHAssetCollectionRecord> photoAlbums;
   bool confirmPhotoDeletes = true;
+  std::vector<MPMediaItemRecord> songs;
+  std::vector<MPMediaCollectionRecord> musicAlbums;
   // The whole file, for the sections that other pieces of the simulator read.
   nlohmann::json raw = nlohmann::json::object();
 

@@ -11,7 +11,9 @@
 #include "backends/sim/SimAppLovinNetwork.h"
 #include "backends/sim/SimGoogleAdsNetwork.h"
 #include "backends/sim/SimPermissionAuthority.h"
+#include "backends/sim/SimMusicLibrary.h"
 #include "backends/sim/SimPhotoLibrary.h"
+#include "backends/sim/SimVolume.h"
 #include "platform/PlatformState.h"
 #include "platform/foundation/Date.h"
 #include "platform/foundation/FatalError.h"
@@ -45,6 +47,8 @@ SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::mo
   NSUserDefaults::installStandard(preferences_);
   placeDocuments();
   PhotoLibrarySource::install(std::make_shared<SimPhotoLibrary>(fixture_, home_, calls_));
+  MediaLibrarySource::install(std::make_shared<SimMusicLibrary>(fixture_, home_));
+  VolumeInfoSource::install(std::make_shared<SimVolume>(fixture_));
 }
 
 SimPlatform::~SimPlatform() {

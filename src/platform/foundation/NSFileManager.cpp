@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/foundation/VolumeInfoSource.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -293,4 +295,25 @@ bool NSFileManager::createFileAtPath(const std::string& path,
     return false;
   }
   return true;
+}
+
+std::optional<PlistValue::Dictionary> NSFileManager::attributesOfFileSystemForPath(const std::string& path,
+                                                                                 NSError* error) const {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0) {
+    fail(error, 260,
+         "The file " + quoted(lastComponent(path)) + " couldn\u2019t be opened because there is no such file.",
+         {{"NSFilePath", path}}, errno);
+    return std::nullopt;
+  }
+  auto figures = VolumeInfoSource::current()->figures(path);
+  PlistValue::Dictionary out;
+  if (figures.size) out.emplace_back("NSFileSystemSize", PlistValue(*figures.size));
+  if (figures.free) out.emplace_back("NSFileSystemFreeSize", PlistValue(*figures.free));
+  return out;
+}
+
+std::optional<std::int64_t> NSFileManager::volumeAvailableCapacityForImportantUsage(const URL& url) const {
+  if (!url.isFileURL()) return std::nullopt;
+  return VolumeInfoSource::current()->figures(url.path()).importantAvailable;
 }

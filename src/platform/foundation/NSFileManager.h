@@ -8,6 +8,7 @@
 #include "platform/foundation/Date.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSPathUtilities.h"
+#include "platform/foundation/PlistValue.h"
 #include "platform/foundation/URL.h"
 
 // The file system as the platform's file manager offers it, over the real file system of the
@@ -38,6 +39,12 @@ class NSFileManager {
   std::optional<std::vector<std::string>> contentsOfDirectoryAtPath(const std::string& path,
                                                                     NSError* error) const;
   std::optional<ItemAttributes> attributesOfItemAtPath(const std::string& path, NSError* error) const;
+  // The volume of the path: "NSFileSystemSize" and "NSFileSystemFreeSize" (integers), each present
+  // when it can be read.
+  std::optional<PlistValue::Dictionary> attributesOfFileSystemForPath(const std::string& path, NSError* error) const;
+  // The URL resource value "volumeAvailableCapacityForImportantUsage" of a file URL.
+  std::optional<std::int64_t> volumeAvailableCapacityForImportantUsage(const URL& url) const;
+
   // Writes bytes whole (temporary file and rename).
   bool createFileAtPath(const std::string& path, const std::vector<std::uint8_t>& contents) const;
 };
