@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "app/VC/PopupMenu.h"
 #include "app/core/AppData.h"
 #include "app/core/BasicMethod.h"
 #include "app/core/Constant.h"
@@ -11,6 +12,8 @@
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UIGestureRecognizer.h"
 
 namespace nimbrel {
 
@@ -106,6 +109,9 @@ json AutomationSession::handle(const json& request) {
   if (op == "tree") return TreeWriter::tree(host_.elapsed());
   if (op == "action") return action(request);
   if (op == "alert") return alert(request);
+  if (op == "tap") return touch(request, false);
+  if (op == "longPress") return touch(request, true);
+  if (op == "menu") return menu(request);
   if (op == "sheet") return sheet(request);
   if (op == "ad") return ad(request);
   if (op == "advance") {
@@ -167,6 +173,69 @@ json AutomationSession::action(const json& request) {
     return failure(TreeWriter::screenId(*screen) + " has no action \"" + selector + "\"");
   }
   screen->performAction(selector, sender);
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::touch(const json& request, bool longPress) {
+  std::string screenName = stringField(request, "screen");
+  auto screen = screenName.empty() ? TreeWriter::topScreen() : TreeWriter::screenWithId(screenName);
+  if (!screen) return failure("no screen is showing");
+  std::string name = stringField(request, "collection");
+  auto collection = std::dynamic_pointer_cast<UICollectionView>(screen->outlet(name));
+  if (!collection) return failure(TreeWriter::screenId(*screen) + " has no collection \"" + name + "\"");
+  collection->layoutSubviews();
+  auto rowField = request.find("row");
+  if (rowField == request.end()) return failure("a touch needs a \"row\" (a number, or null for the gap)");
+  std::optional<NSIndexPath> path;
+  CGPoint point;
+  if (rowField->is_null()) {
+    // Below the last row: a place in the collection where no cell is.
+    point = {1, std::max(collection->contentSize().height, 0.0) + 1};
+  } else if (rowField->is_number_integer()) {
+    long row = rowField->get<long>();
+    long count = collection->numberOfItemsInSection(0);
+    if (row < 0 || row >= count) {
+      return failure("row " + std::to_string(row) + " is not in the collection (" + std::to_string(count) + " rows)");
+    }
+    path = NSIndexPath{0, row};
+    point = collection->centerOfItemAtIndexPath(*path);
+  } else {
+    return failure("\"row\" must be a number or null");
+  }
+  auto recognizerOfKind = [&](bool wantLongPress) -> std::shared_ptr<UIGestureRecognizer> {
+    for (const auto& g : collection->gestureRecognizers()) {
+      bool isLong = std::dynamic_pointer_cast<UILongPressGestureRecognizer>(g) != nullptr;
+      bool isTap = std::dynamic_pointer_cast<UITapGestureRecognizer>(g) != nullptr;
+      if (g->isEnabled() && ((wantLongPress && isLong) || (!wantLongPress && isTap))) return g;
+    }
+    return nullptr;
+  };
+  if (longPress) {
+    auto recognizer = recognizerOfKind(true);
+    if (!recognizer) return failure("the collection has no long-press recogniser in place");
+    recognizer->recognize(UIGestureRecognizerState::began, point);
+    recognizer->recognize(UIGestureRecognizerState::ended, point);
+  } else if (auto recognizer = recognizerOfKind(false)) {
+    recognizer->recognize(UIGestureRecognizerState::ended, point);
+  } else if (path) {
+    collection->userTapItemAtIndexPath(*path);
+  }
+  host_.settle();
+  return success();
+}
+
+json AutomationSession::menu(const json& request) {
+  if (popupMenuEntries().empty()) return failure("no menu is open");
+  if (request.value("dismiss", false)) {
+    dismissPopupMenu();
+  } else {
+    auto index = request.find("index");
+    if (index == request.end() || !index->is_number_integer()) return failure("menu needs an \"index\" or \"dismiss\"");
+    long i = index->get<long>();
+    if (i < 0 || i >= static_cast<long>(popupMenuEntries().size())) return failure("the menu has no entry " + std::to_string(i));
+    pressPopupMenuEntry(i);
+  }
   host_.settle();
   return success();
 }

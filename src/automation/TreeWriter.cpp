@@ -1,7 +1,11 @@
 #include "automation/TreeWriter.h"
 
 #include "platform/ads/FullScreenAdStage.h"
+#include "app/VC/PopupMenu.h"
+#include "app/kit/CheckmarkView.h"
 #include "platform/ads/MANativeAdView.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/libs/LottieAnimationView.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/NSLayoutConstraint.h"
@@ -108,11 +112,17 @@ std::string TreeWriter::screenId(const UIViewController& controller) {
                                                    : controller.storyboardIdentifier();
 }
 
-json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object) {
+json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object, const UIViewController* screen) {
   json out = json::object();
   if (auto constraint = std::dynamic_pointer_cast<NSLayoutConstraint>(object)) {
     out["type"] = "NSLayoutConstraint";
     out["constant"] = constraint->constant();
+    return out;
+  }
+  if (auto recognizer = std::dynamic_pointer_cast<UIGestureRecognizer>(object)) {
+    out["type"] = recognizer->className();
+    out["enabled"] = recognizer->isEnabled();
+    out["attached"] = recognizer->view() != nullptr;
     return out;
   }
   auto view = std::dynamic_pointer_cast<UIView>(object);
@@ -141,6 +151,12 @@ json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object) {
     out["contentOffset"] = {scroll->contentOffset().x, scroll->contentOffset().y};
     if (scroll->zoomScale() != 1.0) out["zoomScale"] = scroll->zoomScale();
   }
+  if (auto checkmark = std::dynamic_pointer_cast<CheckmarkView>(view)) {
+    out["selected"] = checkmark->isSelected();
+  }
+  if (auto collection = std::dynamic_pointer_cast<UICollectionView>(view)) {
+    for (auto& [k, v] : describeCollection(*collection, screen).items()) out[k] = v;
+  }
   if (auto lottie = std::dynamic_pointer_cast<LottieAnimationView>(view)) {
     out["animation"] = lottie->animationName();
     out["playing"] = lottie->isAnimationPlaying();
@@ -158,6 +174,41 @@ json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object) {
   return out;
 }
 
+json TreeWriter::describeCollection(UICollectionView& collection, const UIViewController* screen) {
+  json out = json::object();
+  out["tag"] = collection.tag();
+  long count = collection.numberOfSections() > 0 ? collection.numberOfItemsInSection(0) : 0;
+  out["count"] = count;
+  json selected = json::array();
+  for (const auto& path : collection.indexPathsForSelectedItems()) {
+    if (path.section == 0) selected.push_back(path.item);
+  }
+  out["selected"] = selected;
+  // The screen's tap recogniser, attached or not.
+  std::shared_ptr<UIGestureRecognizer> tap;
+  for (const auto& g : collection.gestureRecognizers()) {
+    if (std::dynamic_pointer_cast<UITapGestureRecognizer>(g)) tap = g;
+  }
+  if (!tap && screen) tap = std::dynamic_pointer_cast<UITapGestureRecognizer>(screen->outlet("tap"));
+  out["tapAttached"] = tap && tap->view().get() == &collection;
+  out["tapEnabled"] = tap && tap->isEnabled();
+  json cells = json::array();
+  for (long row = 0; row < count; ++row) {
+    json cell = json::object();
+    cell["row"] = row;
+    collection.withCellForRow({0, row}, [&](UICollectionViewCell& c) {
+      cell["reuse"] = c.reuseIdentifier();
+      cell["selected"] = c.isSelected();
+      json outlets = json::object();
+      for (const auto& [name, v] : c.outlets()) outlets[name] = describeOutlet(v, screen);
+      cell["outlets"] = outlets;
+    });
+    cells.push_back(cell);
+  }
+  out["cells"] = cells;
+  return out;
+}
+
 json TreeWriter::describeScreen(const ScreenEntry& entry) {
   json out = json::object();
   out["id"] = screenId(*entry.controller);
@@ -165,7 +216,9 @@ json TreeWriter::describeScreen(const ScreenEntry& entry) {
   if (entry.presentation == "modal") out["style"] = entry.style;
   json outlets = json::object();
   if (entry.controller->isViewLoaded()) {
-    for (const auto& [name, object] : entry.controller->outlets()) outlets[name] = describeOutlet(object);
+    for (const auto& [name, object] : entry.controller->outlets()) {
+      outlets[name] = describeOutlet(object, entry.controller.get());
+    }
   }
   out["outlets"] = outlets;
   return out;
@@ -194,7 +247,8 @@ json TreeWriter::tree(double now) {
   } else {
     out["alert"] = nullptr;
   }
-  out["menu"] = nullptr;
+  auto entries = popupMenuEntries();
+  out["menu"] = entries.empty() ? json(nullptr) : json{{"entries", entries}};
   if (auto sheet = currentSheet()) {
     out["sheet"] = {{"items", sheet->itemDescriptions()}};
   } else {

@@ -11,6 +11,7 @@
 
 class UIAlertController;
 class UIActivityViewController;
+class UICollectionView;
 
 namespace nimbrel {
 
@@ -33,7 +34,11 @@ class TreeWriter {
 
   static std::string screenId(const UIViewController& controller);
   static nlohmann::json describeScreen(const ScreenEntry& entry);
-  static nlohmann::json describeOutlet(const std::shared_ptr<NSObject>& object);
+  static nlohmann::json describeOutlet(const std::shared_ptr<NSObject>& object,
+                                       const UIViewController* screen = nullptr);
+  // A collection: tag, count, selected rows, the tap recogniser's state, and every row's cell as
+  // the data source fills it now.
+  static nlohmann::json describeCollection(UICollectionView& collection, const UIViewController* screen);
   static nlohmann::json tree(double now);
 };
 

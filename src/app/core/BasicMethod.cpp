@@ -96,18 +96,20 @@ std::vector<File> foldFiles(std::vector<File> files) {
   return files;
 }
 
-void refreshRecentFiles() {
+bool refreshRecentFiles() {
   auto read = loadRecentFiles();
-  if (!read) return;
+  if (!read) return false;
   auto data = AppData::shared();
   data->recentFiles = foldFiles(std::move(*read));
+  return true;
 }
 
-void refreshFavouriteFiles() {
+bool refreshFavouriteFiles() {
   auto read = loadFavouriteFiles();
-  if (!read) return;
+  if (!read) return false;
   auto data = AppData::shared();
   data->FavouriteFiles = foldFiles(std::move(*read));
+  return true;
 }
 
 void addRecentFile(const URL& url, FileType kind) {

@@ -32,8 +32,9 @@ std::optional<std::vector<File>> loadFavouriteFiles();
 std::vector<File> foldFiles(std::vector<File> files);
 
 // Reads a stored list into AppData and folds it there; nothing changes when nothing was stored.
-void refreshRecentFiles();
-void refreshFavouriteFiles();
+// True when a list was read.
+bool refreshRecentFiles();
+bool refreshFavouriteFiles();
 
 // A user opened an item: a new record goes to the front of the recents, which are then saved.
 void addRecentFile(const URL& url, FileType kind);

@@ -1,6 +1,7 @@
 #include "app/storyboard/HomeScene.h"
 
 #include "app/core/HomeViewController.h"
+#include "app/core/RecentFilesCollectionViewCell.h"
 #include "app/storyboard/SceneBuilder.h"
 #include "platform/uikit/UIScreen.h"
 
@@ -16,10 +17,13 @@ std::shared_ptr<UIViewController> makeHomeScene() {
     double w = UIScreen::mainScreen().bounds().width();
     double h = UIScreen::mainScreen().bounds().height();
 
-    home.HEADERView = scene.outlet<UIView>("HEADERView", root, CGRectMake(0, 0, w, 120));
+    home.HEADERView = scene.outlet<MGCollapsingHeaderView>("HEADERView", root, CGRectMake(0, 0, w, 120));
     home.heightOfHeaderViewConstant = scene.constraint("heightOfHeaderViewConstant", 120);
     home.expandableTitleView = scene.outlet<UIView>("expandableTitleView", home.HEADERView, CGRectMake(0, 50, w, 70));
     home.TitleView = scene.outlet<UIView>("TitleView", home.HEADERView, CGRectMake(0, 0, w, 50));
+    auto title = scene.outlet<UILabel>("lblTitle", home.expandableTitleView, CGRectMake(16, 10, w - 80, 44));
+    title->setText(std::string("Nimbrel"));
+    title->setFont(UIFont::boldSystemFontOfSize(32));
     home.btnMenu = scene.outlet<UIButton>("btnMenu", home.HEADERView, CGRectMake(w - 50, 5, 40, 40));
     home.btnMenu->setImage(UIImage::named("ic_menu"));
     scene.wire(home.btnMenu, "onMenuBtn:");
@@ -28,6 +32,12 @@ std::shared_ptr<UIViewController> makeHomeScene() {
     home.heightOfMainStackView = scene.constraint("heightOfMainStackView", 640);
     home.lblInternalStorage = scene.outlet<UILabel>("lblInternalStorage", home.mainScrollView, CGRectMake(16, 8, w - 32, 24));
     home.recentFilesView = scene.outlet<UIView>("recentFilesView", home.mainScrollView, CGRectMake(0, 40, w, 150));
+    auto recentTitle = scene.outlet<UILabel>("lblRecentFiles", home.recentFilesView, CGRectMake(16, 0, w - 32, 24));
+    recentTitle->setText(std::string("Recent files"));
+    home.recentFileCollectionView = scene.outlet<UICollectionView>("recentFileCollectionView", home.recentFilesView,
+                                                                   CGRectMake(0, 24, w, 126));
+    home.recentFileCollectionView->registerCellFactory([] { return RecentFilesCollectionViewCell::make(); },
+                                                       "recentFilesCell");
     home.heightOfRecentFilesView = scene.constraint("heightOfRecentFilesView", 150);
 
     // The buttons to the browse screens and the two modal screens.

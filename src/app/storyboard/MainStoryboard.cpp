@@ -1,6 +1,9 @@
 #include "app/storyboard/MainStoryboard.h"
 
+#include "app/storyboard/CellNibs.h"
 #include "app/storyboard/HomeScene.h"
+#include "app/storyboard/ImagesScene.h"
+#include "app/storyboard/StorageAnalysisScene.h"
 #include "app/storyboard/NativeAdNib.h"
 #include "app/storyboard/SplashScene.h"
 #include "platform/uikit/UINavigationController.h"
@@ -11,6 +14,9 @@ namespace nimbrel {
 void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "SplashVC", makeSplashScene);
   UIStoryboard::registerScene("Main", "HomeViewController", makeHomeScene);
+  UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
+  UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
+  UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
   // The screens draw their own headers, so the navigation bar is hidden from the start.
   UIStoryboard::setInitialScene("Main", [] {
     auto splash = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("SplashVC");
@@ -19,6 +25,7 @@ void registerMainStoryboard() {
     return std::static_pointer_cast<UIViewController>(nav);
   });
   registerNativeAdNib();
+  registerCellNibs();
 }
 
 }  // namespace nimbrel

@@ -31,6 +31,8 @@ class PHFetchOptions : public NSObject {
   PHPredicate predicate;
   // 0 means no limit.
   size_t fetchLimit = 0;
+  // Every library asset is visible to the program's fetches; the flag is kept for what asks.
+  bool includeHiddenAssets = false;
 
   std::shared_ptr<PHFetchOptions> copy() const { return std::make_shared<PHFetchOptions>(*this); }
 };

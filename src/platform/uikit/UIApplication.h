@@ -22,6 +22,9 @@ class UIApplicationDelegate {
   virtual void applicationWillEnterForeground(UIApplication& application) {}
 };
 
+// The URL that opens the application's page of the system settings.
+inline constexpr const char* UIApplicationOpenSettingsURLString = "app-settings:";
+
 enum class UIApplicationState { active = 0, inactive = 1, background = 2 };
 
 // The running application: its launch as the platform performs it, its active and background

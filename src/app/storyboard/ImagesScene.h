@@ -1,0 +1,11 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/uikit/UIViewController.h"
+
+namespace nimbrel {
+
+std::shared_ptr<UIViewController> makeImagesScene();
+
+}  // namespace nimbrel

@@ -1,0 +1,344 @@
+#include "app/media/ImagesVC.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ads/AppLovinNativeAdManual.h"
+#include "app/core/AppData.h"
+#include "app/core/ApplicationMain.h"
+#include "app/core/BasicMethod.h"
+#include "app/SimTest.h"
+#include "app/VC/PopupMenu.h"
+#include "app/VC/UIViewControllerExtension.h"
+#include "app/media/PhotoLibraryAccess.h"
+#include "platform/libs/SVProgressHUD.h"
+#include "platform/uikit/UIActivityViewController.h"
+#include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+
+namespace nimbrel {
+namespace {
+
+// A library with one album of each source, newest asset last in the fixture.
+std::string library(int imagesInTrip = 3, const std::string& extra = "", const std::string& photosExtra = "") {
+  std::string assets, trip;
+  for (int i = 0; i < imagesInTrip; ++i) {
+    std::string id = "T" + std::to_string(i) + "/L0/001";
+    assets += R"({"id": ")" + id + R"(", "created": "2026-03-0)" + std::to_string(i + 1) +
+              R"(T10:00:00Z", "fileSize": )" + std::to_string(1000000 * (i + 1)) + "},";
+    trip += (trip.empty() ? "\"" : ",\"") + id + "\"";
+  }
+  return R"({"now": "2026-11-22T10:00:00Z", )" + extra + R"("photos": {)" + photosExtra + R"("assets": [)" + assets + R"(
+      {"id": "V1/L0/001", "mediaType": 2, "created": "2026-04-01T10:00:00Z"},
+      {"id": "S1/L0/001", "created": "2026-01-01T10:00:00Z", "filename": "selfie.HEIC"}],
+    "albums": [
+      {"id": "LIB", "title": "Recents", "type": 2, "subtype": 209, "assets": [)" + trip + R"(, "V1/L0/001", "S1/L0/001"]},
+      {"id": "FAV", "title": "Favorites", "type": 2, "subtype": 203, "assets": []},
+      {"id": "TRIP", "title": "Trip", "type": 1, "subtype": 2, "assets": [)" + trip + R"(]},
+      {"id": "SELF", "title": "Selfies", "type": 2, "subtype": 210, "assets": ["S1/L0/001"]},
+      {"id": "VIDS", "title": "Videos", "type": 2, "subtype": 202, "assets": ["V1/L0/001"]}]}})";
+}
+
+class ImagesVCTest : public testing::SimTest {
+ protected:
+  // Launches, lets the splash hand over, and opens the images screen for `type`.
+  std::shared_ptr<ImagesVC> open(const std::string& fixture, MediaTypes type = MediaTypes::image,
+                                 bool pumpLoad = true) {
+    start(fixture);
+    NimbrelApplicationMain();
+    advance(6);
+    auto screen = instantiate<ImagesVC>(AppStoryboard::Main);
+    screen->mediatype = type;
+    screen->albums = albumsForMediaType(type);
+    nav()->pushViewController(screen, true);
+    if (pumpLoad) settle();
+    return screen;
+  }
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
+  std::vector<std::string> albumNames(const ImagesVC& screen) {
+    std::vector<std::string> out;
+    for (const auto& item : screen.viewModel->items) out.push_back(item->item.name);
+    return out;
+  }
+  // A touch as a person makes it: through the tap recogniser when it is in place.
+  void tapRow(ImagesVC& screen, long row) {
+    auto& cv = *screen.albumsCollectionView;
+    cv.layoutSubviews();
+    if (screen.tap->view() && screen.tap->isEnabled()) {
+      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
+    } else {
+      cv.userTapItemAtIndexPath({0, row});
+    }
+    settle();
+  }
+  void longPressRow(ImagesVC& screen, long row) {
+    auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, row});
+    screen.longPress->recognize(UIGestureRecognizerState::began, point);
+    screen.longPress->recognize(UIGestureRecognizerState::ended, point);
+    settle();
+  }
+  void press(ImagesVC& screen, const std::string& selector, const std::string& sender = "") {
+    screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
+    settle();
+  }
+  bool chromeShown(ImagesVC& screen) {
+    return !screen.closeBtnView->isHidden() && !screen.selectALLBtn->isHidden() &&
+           !screen.headerSelectionView->isHidden();
+  }
+};
+
+TEST_F(ImagesVCTest, AlbumsComeInSourceOrderAndOnlyWithItemsOfTheMediaType) {
+  auto images = open(library());
+  EXPECT_EQ(albumNames(*images), (std::vector<std::string>{"Recents", "Trip", "Selfies"}));
+  EXPECT_EQ(images->viewModel->items[0]->item.count, 5);
+  EXPECT_EQ(images->viewModel->items[0]->item.albumAsset->localIdentifier(), "T2/L0/001") << "the newest image";
+  platform.reset();
+  auto videos = open(library(), MediaTypes::video);
+  EXPECT_EQ(albumNames(*videos), (std::vector<std::string>{"Recents", "Videos"}));
+  EXPECT_EQ(videos->lblMainFolderName->text(), "Videos");
+  EXPECT_EQ(videos->lblAboveTitle->text(), "Videos");
+}
+
+TEST_F(ImagesVCTest, TheListClosesAtTheLastAlbumsCompletionWhateverTheOrder) {
+  auto screen = open(library(), MediaTypes::image, false);
+  loop().runMainUntilIdle();  // the access answer comes on a background queue
+  while (loop().pendingBackgroundCount() > 0 && screen->albums.empty()) {
+    loop().runBackgroundTask(0);
+    loop().runMainUntilIdle();
+  }
+  ASSERT_EQ(screen->albums.size(), 3u);
+  ASSERT_EQ(loop().pendingBackgroundCount(), 3u);
+  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(loop().backgroundQos(i), QualityOfService::userInteractive);
+  // Selfies (the last index) completes before Trip: the list closes without Trip.
+  loop().runBackgroundTask(0);  // Recents
+  loop().runBackgroundTask(1);  // Selfies
+  loop().runMainUntilIdle();
+  EXPECT_EQ(albumNames(*screen), (std::vector<std::string>{"Recents", "Selfies"}));
+  loop().runBackgroundTask(0);  // Trip, too late to be listed
+  settle();
+  EXPECT_EQ(albumNames(*screen), (std::vector<std::string>{"Recents", "Selfies"}));
+  EXPECT_EQ(screen->albumModelsArr.size(), 3u) << "the late album is gathered all the same";
+}
+
+TEST_F(ImagesVCTest, RefusedAccessShowsTheAlertAndLimitedAccessShowsNothing) {
+  auto refused = open(library(3, R"("permissions": {"photos": 2}, )"));
+  auto alert = std::dynamic_pointer_cast<UIAlertController>(nav()->presentedViewController());
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->alertTitle(), "Can not access Photos!");
+  EXPECT_TRUE(refused->viewModel->items.empty());
+  platform.reset();
+  auto limited = open(library(3, R"("permissions": {"photos": 4}, )"));
+  EXPECT_FALSE(nav()->presentedViewController());
+  EXPECT_TRUE(limited->viewModel->items.empty());
+}
+
+TEST_F(ImagesVCTest, AFreshAlbumListStandsAllSelectedOutsideSelectionMode) {
+  auto screen = open(library());
+  EXPECT_EQ(screen->albumsCollectionView->tag(), 0);
+  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems().size(), 3u);
+  for (const auto& item : screen->viewModel->items) EXPECT_FALSE(item->isSelected) << "album rows keep false";
+  EXPECT_TRUE(screen->tap->view()) << "the tap recogniser takes the taps";
+  EXPECT_TRUE(screen->SelectEditView->isHidden());
+}
+
+TEST_F(ImagesVCTest, OpeningAnAlbumFillsThePathBarAndListsItsItemsNewestFirst) {
+  auto screen = open(library());
+  tapRow(*screen, 1);  // Trip
+  EXPECT_FALSE(screen->isAlBumsDisplay);
+  EXPECT_EQ(screen->currentSelectedAlbumIndex, 1);
+  EXPECT_EQ(screen->lbSubFolderName->text(), "Trip");
+  EXPECT_FALSE(screen->lbSubFolderName->isHidden());
+  EXPECT_FALSE(screen->lastsubImagesAerrowView->isHidden());
+  EXPECT_EQ(screen->lblMainFolderName->textColor(), UIColor::darkTextColor());
+  ASSERT_EQ(screen->photoViewModel->items.size(), 3u);
+  EXPECT_EQ(screen->photoViewModel->items[0]->item.identifier, "T2/L0/001");
+  advance(1);
+  EXPECT_FALSE(SVProgressHUD::state().visible) << "the item load's overlay is gone";
+
+  press(*screen, "onMainFolderBtn:");
+  EXPECT_TRUE(screen->isAlBumsDisplay);
+  EXPECT_TRUE(screen->lbSubFolderName->isHidden());
+  EXPECT_EQ(albumNames(*screen), (std::vector<std::string>{"Recents", "Trip", "Selfies"}));
+}
+
+TEST_F(ImagesVCTest, CellsSayWhatTheAssetSays) {
+  auto screen = open(library(3, R"("preferences": {"isFirstTime": true, "kIsListView": false}, )"));
+  auto& cv = *screen->albumsCollectionView;
+  cv.layoutSubviews();
+  auto album = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 1}));
+  ASSERT_TRUE(album);
+  EXPECT_EQ(album->lblAlbumName->text(), "Trip");
+  EXPECT_EQ(album->lblNoOfItems->text(), "3 items");
+  EXPECT_EQ(album->reuseIdentifier(), "albumGridCell");
+  ASSERT_TRUE(album->albumImg->image()) << "the synchronous thumbnail lands one turn later";
+  tapRow(*screen, 1);
+  cv.layoutSubviews();
+  auto grid = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 0}));
+  ASSERT_TRUE(grid);
+  EXPECT_EQ(grid->lblAlbumName->text(), "IMG_0003.JPG");
+  EXPECT_EQ(grid->lblNoOfItems->text(), "2.86 MB");
+  press(*screen, "onGridOrListBtn:");
+  cv.layoutSubviews();
+  auto list = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 0}));
+  ASSERT_TRUE(list);
+  EXPECT_EQ(list->reuseIdentifier(), "photosListCell");
+  EXPECT_EQ(list->lblNoOfItems->text(), "3 Mar 2026 10:00    2.86 MB");
+  EXPECT_EQ(screen->imgGridOrList->image()->name(), "grid");
+  EXPECT_TRUE(defaults().boolForKey("kIsListView"));
+  EXPECT_TRUE(defaults().hasPendingChanges()) << "written without a synchronize";
+}
+
+TEST_F(ImagesVCTest, ALongPressEntersSelectionModeOnlyOnAnItem) {
+  auto screen = open(library());
+  longPressRow(*screen, 0);
+  EXPECT_FALSE(chromeShown(*screen)) << "no selection mode at the album level";
+  tapRow(*screen, 1);
+  screen->longPress->recognize(UIGestureRecognizerState::began, {1, 100000});  // the gap
+  settle();
+  EXPECT_FALSE(screen->isSelectionModeOn());
+
+  longPressRow(*screen, 1);
+  EXPECT_TRUE(screen->isSelectionModeOn());
+  EXPECT_TRUE(chromeShown(*screen));
+  EXPECT_FALSE(screen->SelectEditView->isHidden());
+  EXPECT_EQ(screen->albumsCollectionView->tag(), 1);
+  EXPECT_FALSE(screen->tap->isEnabled());
+  EXPECT_FALSE(screen->tap->view()) << "detached";
+  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u);
+  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems(), (std::vector<NSIndexPath>{{0, 1}}));
+  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Select All");
+
+  longPressRow(*screen, 2);
+  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u) << "a long press in selection mode does nothing";
+}
+
+TEST_F(ImagesVCTest, DeselectingTheOnlySelectedItemEndsSelectionMode) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  tapRow(*screen, 0);  // the collection's own deselect, the tap being gone
+  EXPECT_FALSE(screen->isSelectionModeOn());
+  EXPECT_TRUE(screen->SelectEditView->isHidden());
+  EXPECT_FALSE(chromeShown(*screen));
+  EXPECT_EQ(screen->albumsCollectionView->tag(), 0);
+  EXPECT_TRUE(screen->tap->view() && screen->tap->isEnabled());
+  for (const auto& item : screen->photoViewModel->items) EXPECT_TRUE(item->isSelected);
+}
+
+TEST_F(ImagesVCTest, EditFromTheMenuWithNothingPickedShowsTheChromeButNotTheEditBar) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  press(*screen, "onMenuBtn:", "btnMrnu");
+  EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Edit", "Storage analysis", "Settings"}));
+  pressPopupMenuEntry(0);
+  settle();
+  EXPECT_TRUE(chromeShown(*screen));
+  EXPECT_TRUE(screen->SelectEditView->isHidden());
+  EXPECT_TRUE(screen->isSelectionModeOn());
+  EXPECT_TRUE(screen->photoViewModel->selectedItems().empty());
+  tapRow(*screen, 2);
+  EXPECT_FALSE(screen->SelectEditView->isHidden()) << "the first pick shows the edit bar";
+  press(*screen, "onBackBtn:");
+  press(*screen, "onMainFolderBtn:");
+}
+
+TEST_F(ImagesVCTest, AlbumLevelMenuHasNoEdit) {
+  auto screen = open(library());
+  press(*screen, "onMenuBtn:", "btnMrnu");
+  EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Storage analysis", "Settings"}));
+  dismissPopupMenu();
+  EXPECT_TRUE(popupMenuEntries().empty());
+}
+
+TEST_F(ImagesVCTest, TheTwoAllSelectedTitlesDependOnTheWayThere) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  tapRow(*screen, 1);
+  tapRow(*screen, 2);
+  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Deselect All");
+  EXPECT_TRUE(screen->selectAllCehckmark->isSelected());
+  tapRow(*screen, 2);
+  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Select All");
+  AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
+  press(*screen, "onSelectAllBtn:");
+  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "DeSelect All");
+  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 3u);
+  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems().size(), 3u);
+}
+
+TEST_F(ImagesVCTest, SwitchingLayoutDuringSelectionKeepsSelectionMode) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  press(*screen, "onGridOrListBtn:");
+  EXPECT_TRUE(screen->isSelectionModeOn());
+  EXPECT_EQ(screen->albumsCollectionView->tag(), 1);
+  screen->albumsCollectionView->layoutSubviews();
+  auto cell = std::dynamic_pointer_cast<albumsCollectionViewCell>(screen->albumsCollectionView->cellForItemAtIndexPath({0, 0}));
+  ASSERT_TRUE(cell);
+  EXPECT_FALSE(cell->checkmarkView->isHidden()) << "checkmarks show in the new layout";
+}
+
+TEST_F(ImagesVCTest, ShareTakesTenImagesButNotEleven) {
+  auto screen = open(library(11));
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  for (long row = 1; row < 11; ++row) tapRow(*screen, row);
+  ASSERT_EQ(screen->photoViewModel->selectedItems().size(), 11u);
+  press(*screen, "onShareBtn:", "btnShare");
+  EXPECT_EQ(SVProgressHUD::state().status, "Maxium 10 Items Shared...");
+  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 11u) << "the selection stays";
+  EXPECT_FALSE(nav()->presentedViewController());
+  tapRow(*screen, 10);
+  press(*screen, "onShareBtn:", "btnShare");
+  auto sheet = std::dynamic_pointer_cast<UIActivityViewController>(nav()->presentedViewController());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->activityItems().size(), 10u);
+  EXPECT_FALSE(screen->isSelectionModeOn()) << "selection mode ends while the sheet is up";
+  EXPECT_FALSE(sheet->popoverPresentationController()) << "no popover on a phone";
+}
+
+TEST_F(ImagesVCTest, FavouritesGetAddressesByMediaTypeAndTheButtonIconReturns) {
+  auto screen = open(library(), MediaTypes::video);
+  tapRow(*screen, 1);  // Videos
+  longPressRow(*screen, 0);
+  press(*screen, "onFavBtn:", "btnFav");
+  ASSERT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
+  EXPECT_EQ(AppData::shared()->FavouriteFiles[0].url.absoluteString(), "assets-library://asset/asset.MOV?id=V1&extMOV");
+  EXPECT_EQ(AppData::shared()->FavouriteFiles[0].filetype, FileType::video);
+  EXPECT_EQ(SVProgressHUD::state().status, "Mark as Favourite....");
+  EXPECT_EQ(screen->imgFav->image()->name(), "ic_unfav");
+  EXPECT_FALSE(screen->isSelectionModeOn());
+}
+
+TEST_F(ImagesVCTest, ADeleteCleansFavouritesOnlyAfterSuccessAndGoesBackToTheAlbums) {
+  auto screen = open(library());
+  addFavouriteFiles({"assets-library://asset/asset.JPG?id=T2&extJPG"}, FileType::photo);
+  addRecentFile(*URL::withString("assets-library://asset/asset.JPG?id=T2&extJPG"), FileType::photo);
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);  // T2, the newest
+  press(*screen, "onDeletBtn:", "btnDelete");
+  EXPECT_TRUE(AppData::shared()->FavouriteFiles.empty());
+  EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u) << "recents keep a deleted asset";
+  EXPECT_TRUE(screen->isAlBumsDisplay);
+  EXPECT_EQ(screen->viewModel->items[1]->item.count, 2);
+}
+
+TEST_F(ImagesVCTest, ARefusedDeleteSaysSoAndStaysAtTheItems) {
+  auto screen = open(library(3, "", R"("confirmDeletes": false, )"));
+  addFavouriteFiles({"assets-library://asset/asset.JPG?id=T2&extJPG"}, FileType::photo);
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  press(*screen, "onDeletBtn:", "btnDelete");
+  EXPECT_EQ(SVProgressHUD::state().status, "Something Wrong.Not Deleted");
+  EXPECT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
+  EXPECT_FALSE(screen->isAlBumsDisplay);
+  EXPECT_EQ(screen->photoViewModel->items.size(), 3u);
+}
+
+}  // namespace
+}  // namespace nimbrel
