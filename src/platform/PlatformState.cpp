@@ -13,6 +13,7 @@
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/FIRApp.h"
+#include "platform/services/NetworkReachability.h"
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/TextMeasurer.h"
 #include "platform/uikit/UIApplication.h"
@@ -32,6 +33,7 @@ void resetPlatformState() {
   AppLovinNetwork::install(nullptr);
   GoogleAdsNetwork::install(nullptr);
   PermissionAuthority::install(nullptr);
+  NetworkReachability::install(nullptr);
   PhotoLibrarySource::install(nullptr);
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();

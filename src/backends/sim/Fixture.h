@@ -26,6 +26,12 @@ struct Fixture {
     double created = 0;  // seconds since 2001
   };
 
+  // The network the reachability check sees; no value when no reference can be made.
+  struct Network {
+    bool reachable = true;
+    bool connectionRequired = false;
+  };
+
   // One asset of the simulated photo library, with how the library answers requests for it.
   struct PhotoAsset {
     PHAssetRecord record;
@@ -53,6 +59,7 @@ struct Fixture {
   std::vector<PhotoAsset> photoAssets;
   std::vector<PHAssetCollectionRecord> photoAlbums;
   bool confirmPhotoDeletes = true;
+  std::optional<Network> network = Network{};
   // The whole file, for the sections that other pieces of the simulator read.
   nlohmann::json raw = nlohmann::json::object();
 
