@@ -15,6 +15,7 @@
 #include "platform/mediaplayer/MediaLibrarySource.h"
 #include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/FIRApp.h"
+#include "platform/services/NetworkReachability.h"
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/TextMeasurer.h"
 #include "platform/uikit/UIApplication.h"
@@ -34,6 +35,7 @@ void resetPlatformState() {
   AppLovinNetwork::install(nullptr);
   GoogleAdsNetwork::install(nullptr);
   PermissionAuthority::install(nullptr);
+  NetworkReachability::install(nullptr);
   PhotoLibrarySource::install(nullptr);
   MediaLibrarySource::install(nullptr);
   VolumeInfoSource::install(nullptr);

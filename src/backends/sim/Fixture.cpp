@@ -339,6 +339,15 @@ void readMusic(const json& music, Fixture& f) {
   }
 }
 
+std::optional<Fixture::Network> readNetwork(const json& v) {
+  if (v.is_null()) return std::nullopt;
+  if (!v.is_object()) throw Bad{"network: expected an object or null"};
+  Fixture::Network n;
+  if (auto r = member(v, "reachable")) n.reachable = boolean(*r, "network.reachable");
+  if (auto c = member(v, "connectionRequired")) n.connectionRequired = boolean(*c, "network.connectionRequired");
+  return n;
+}
+
 }  // namespace
 
 Result<Fixture> Fixture::parse(const std::string& input) {
@@ -387,6 +396,7 @@ Result<Fixture> Fixture::parse(const std::string& input) {
         }
       }
     }
+    if (auto v = member(j, "network")) f.network = readNetwork(*v);
     if (auto p = member(j, "preferences")) readPreferences(*p, f);
     if (auto p = member(j, "photos")) readPhotos(*p, f);
     if (auto m = member(j, "music")) readMusic(*m, f);

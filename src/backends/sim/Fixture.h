@@ -27,6 +27,12 @@ struct Fixture {
     double created = 0;  // seconds since 2001
   };
 
+  // The network the reachability check sees; no value when no reference can be made.
+  struct Network {
+    bool reachable = true;
+    bool connectionRequired = false;
+  };
+
   // One asset of the simulated photo library, with how the library answers requests for it.
   struct PhotoAsset {
     PHAssetRecord record;
@@ -56,6 +62,7 @@ struct Fixture {
   bool confirmPhotoDeletes = true;
   std::vector<MPMediaItemRecord> songs;
   std::vector<MPMediaCollectionRecord> musicAlbums;
+  std::optional<Network> network = Network{};
   // The whole file, for the sections that other pieces of the simulator read.
   nlohmann::json raw = nlohmann::json::object();
 

@@ -10,6 +10,7 @@
 
 #include "backends/sim/SimAppLovinNetwork.h"
 #include "backends/sim/SimGoogleAdsNetwork.h"
+#include "backends/sim/SimNetworkReachability.h"
 #include "backends/sim/SimPermissionAuthority.h"
 #include "backends/sim/SimMusicLibrary.h"
 #include "backends/sim/SimPhotoLibrary.h"
@@ -43,6 +44,7 @@ SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::mo
   AppLovinNetwork::install(std::make_shared<SimAppLovinNetwork>(
       fixture_.applovinInterstitial, fixture_.applovinNative, fixture_.applovinAppOpen, calls_));
   GoogleAdsNetwork::install(std::make_shared<SimGoogleAdsNetwork>(fixture_.googleInterstitial, calls_));
+  NetworkReachability::install(std::make_shared<SimNetworkReachability>(fixture_.network));
   preferences_ = std::make_shared<InMemoryPreferencesStore>(fixture_.preferences);
   NSUserDefaults::installStandard(preferences_);
   placeDocuments();

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/uikit/CGGeometry.h"
 #include "platform/uikit/UIColor.h"
 
 // The drawing attributes of a view that the behaviour sets.
@@ -14,4 +15,7 @@ struct CALayer {
   double borderWidth = 0;
   std::optional<UIColor> borderColor;
   double shadowOpacity = 0;
+  UIColor shadowColor = UIColor::blackColor();
+  CGSize shadowOffset{0, -3};
+  double shadowRadius = 3;
 };

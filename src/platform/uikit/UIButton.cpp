@@ -58,6 +58,11 @@ std::optional<UIColor> UIButton::currentTitleColor() const {
   return std::nullopt;
 }
 
+void UIButton::setTitleFont(UIFont font) {
+  titleFont_ = std::move(font);
+  didChange();
+}
+
 UIControlState UIButton::currentState() const {
   if (!isEnabled()) return UIControlState::disabled;
   if (isSelected()) return UIControlState::selected;

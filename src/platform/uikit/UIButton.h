@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/uikit/UIControl.h"
+#include "platform/uikit/UIFont.h"
 #include "platform/uikit/UIImage.h"
 
 enum class UIControlState : unsigned { normal = 0, highlighted = 1, disabled = 2, selected = 4 };
@@ -24,10 +25,14 @@ class UIButton : public UIControl {
   std::optional<UIImage> currentImage() const;
   void setTitleColor(UIColor color, UIControlState state = UIControlState::normal);
   std::optional<UIColor> currentTitleColor() const;
+  // The title label's font (`titleLabel.font`).
+  const UIFont& titleFont() const { return titleFont_; }
+  void setTitleFont(UIFont font);
 
  private:
   UIControlState currentState() const;
   std::map<unsigned, std::optional<std::string>> titles_;
   std::map<unsigned, std::optional<UIImage>> images_;
   std::map<unsigned, UIColor> titleColors_;
+  UIFont titleFont_ = UIFont::systemFontOfSize(15);
 };

@@ -10,6 +10,11 @@ void UIControl::setSelected(bool selected) {
   didChange();
 }
 
+void UIControl::setContentHorizontalAlignment(UIControlContentHorizontalAlignment alignment) {
+  horizontalAlignment_ = alignment;
+  didChange();
+}
+
 void UIControl::addTarget(std::weak_ptr<UIResponder> target, std::string action,
                           UIControlEvents events) {
   wiring_.push_back({std::move(target), std::move(action), events});

@@ -4,6 +4,7 @@
 
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/UIGestureRecognizer.h"
+#include "platform/uikit/UIScrollView.h"
 
 void UIView::setFrame(CGRect frame) {
   if (frame == frame_) return;
@@ -106,6 +107,36 @@ bool UIView::isEffectivelyHidden() const {
   if (hidden_) return true;
   auto parent = superview_.lock();
   return parent && parent->isEffectivelyHidden();
+}
+
+namespace {
+// Where a view's own origin lies in the space its topmost ancestor's frame is given in.
+CGPoint originInRootSpace(const UIView* view) {
+  CGPoint p;
+  for (const UIView* v = view; v;) {
+    p.x += v->frame().origin.x;
+    p.y += v->frame().origin.y;
+    auto parent = v->superview();
+    if (auto scroll = dynamic_cast<const UIScrollView*>(parent.get())) {
+      p.x -= scroll->contentOffset().x;
+      p.y -= scroll->contentOffset().y;
+    }
+    v = parent.get();
+  }
+  return p;
+}
+
+const UIView* topmost(const UIView* view) {
+  const UIView* top = view;
+  for (auto parent = view->superview(); parent; parent = parent->superview()) top = parent.get();
+  return top;
+}
+}  // namespace
+
+CGRect UIView::convertRectToView(CGRect rect, const UIView* target) const {
+  CGPoint from = originInRootSpace(this);
+  CGPoint to = target ? originInRootSpace(target) : topmost(this)->frame().origin;
+  return CGRect{{rect.origin.x + from.x - to.x, rect.origin.y + from.y - to.y}, rect.size};
 }
 
 void UIView::addGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer) {

@@ -77,6 +77,10 @@ class UIView : public UIResponder {
   std::shared_ptr<UIView> viewWithTag(long tag);
   // Hidden when this view or an ancestor is hidden.
   bool isEffectivelyHidden() const;
+  // `convertRect:toView:`: a rect in this view's coordinates expressed in the target's; a null
+  // target means the coordinates of this view's topmost ancestor. Scroll views on the way count
+  // their content offset, as the platform's bounds origin does.
+  CGRect convertRectToView(CGRect rect, const UIView* target) const;
 
   // Gestures and constraints.
   const std::vector<std::shared_ptr<UIGestureRecognizer>>& gestureRecognizers() const {

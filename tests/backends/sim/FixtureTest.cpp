@@ -54,11 +54,35 @@ TEST(FixtureTest, BadInputGivesOneClearReason) {
       {R"({"preferences": {"recentFiles": [{"url": "file:///a"}]}})", "preferences.recentFiles[0]"},
       {R"({"preferences": {"favFilesBytes": "***"}})", "preferences.favFilesBytes: not base64"},
       {R"({"preferences": {"x": null}})", "preferences.x: null cannot be stored"},
+      {R"({"network": false})", "network: expected an object or null"},
+      {R"({"network": {"reachable": "yes"}})", "network.reachable: expected true or false"},
   };
   for (auto [json, why] : cases) {
     auto f = Fixture::parse(json);
     ASSERT_FALSE(f.ok()) << json;
     EXPECT_NE(f.error().find(why), std::string::npos) << json << " gave: " << f.error();
+  }
+}
+
+TEST(FixtureTest, TheNetworkIsReachableUnlessToldAndNullMeansNoReference) {
+  struct Row {
+    const char* json;
+    std::optional<std::pair<bool, bool>> network;  // reachable, connection required
+  };
+  const Row rows[] = {
+      {"{}", std::pair{true, false}},
+      {R"({"network": {}})", std::pair{true, false}},
+      {R"({"network": {"reachable": false}})", std::pair{false, false}},
+      {R"({"network": {"connectionRequired": true}})", std::pair{true, true}},
+      {R"({"network": null})", std::nullopt},
+  };
+  for (const auto& row : rows) {
+    auto f = Fixture::parse(row.json);
+    ASSERT_TRUE(f.ok()) << f.error();
+    ASSERT_EQ(f->network.has_value(), row.network.has_value()) << row.json;
+    if (!row.network) continue;
+    EXPECT_EQ(f->network->reachable, row.network->first) << row.json;
+    EXPECT_EQ(f->network->connectionRequired, row.network->second) << row.json;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/uikit/UILabel.h"
+#include "platform/uikit/UIScrollView.h"
 
 namespace {
 
@@ -221,6 +222,38 @@ TEST(UIViewTest, AnObserverAddedWhileTellingHearsFromTheNextChangeOn) {
   EXPECT_EQ(added, 0);
   view->setAlpha(0.25);
   EXPECT_EQ(added, 1);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(UIViewConvertTest, RectsMoveByTheOriginsBetweenTheViewsAndScrolledContent) {
+  // Given window (10, 20) > screen view (5, 7) > scroll view (0, 100) scrolled by 30 > cell at
+  // (0, 200) of the content > button at (300, 8)
+  auto window = std::make_shared<UIView>(CGRectMake(10, 20, 390, 844));
+  auto screen = std::make_shared<UIView>(CGRectMake(5, 7, 380, 800));
+  auto scroll = std::make_shared<UIScrollView>(CGRectMake(0, 100, 380, 600));
+  auto cell = std::make_shared<UIView>(CGRectMake(0, 200, 380, 60));
+  auto button = std::make_shared<UIView>(CGRectMake(300, 8, 44, 44));
+  window->addSubview(screen);
+  screen->addSubview(scroll);
+  scroll->addSubview(cell);
+  cell->addSubview(button);
+  scroll->setContentOffset({0, 30});
+
+  // Then
+  EXPECT_EQ(button->convertRectToView(button->bounds(), screen.get()), CGRectMake(300, 278, 44, 44));
+  EXPECT_EQ(button->convertRectToView(button->bounds(), nullptr), CGRectMake(305, 285, 44, 44))
+      << "no target: the topmost view's own coordinates";
+  EXPECT_EQ(button->convertRectToView(CGRectMake(1, 2, 3, 4), button.get()), CGRectMake(1, 2, 3, 4));
+  EXPECT_EQ(screen->convertRectToView(CGRectMake(300, 278, 44, 44), button.get()), CGRectMake(0, 0, 44, 44));
+  EXPECT_EQ(scroll->convertRectToView(scroll->bounds(), screen.get()), CGRectMake(0, 100, 380, 600))
+      << "a scroll view's own frame does not move with its content";
+
+  // Views in separate trees meet in the space their topmost frames are given in.
+  auto other = std::make_shared<UIView>(CGRectMake(50, 60, 100, 100));
+  EXPECT_EQ(button->convertRectToView(button->bounds(), other.get()), CGRectMake(265, 245, 44, 44));
 }
 
 }  // namespace

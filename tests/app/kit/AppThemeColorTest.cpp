@@ -1,0 +1,59 @@
+#include "app/kit/AppThemeColor.h"
+
+#include <gtest/gtest.h>
+
+namespace nimbrel {
+namespace {
+
+constexpr double kRed = 0.9834601f, kGreen = 0.7096537f, kBlue = 0.16932446f;
+
+TEST(AppThemeColorTest, EachColourStartsAsTheThemeSays) {
+  AppThemeColor colors;
+  struct Row {
+    const char* name;
+    UIColor actual;
+    UIColor expected;
+  };
+  const Row rows[] = {
+      {"AppTheme", colors.AppTheme(), {kRed, kGreen, kBlue, 1}},
+      {"backgroundColor", colors.backgroundColor(), {1, 1, 1, 1}},
+      {"selectionFillColor", colors.selectionFillColor(), {kRed, kGreen, kBlue, 1}},
+      {"selectionStrokeColor", colors.selectionStrokeColor(), {1, 1, 1, 1}},
+      {"selectionShadowColor", colors.selectionShadowColor(), {0, 0, 0, 1}},
+      {"unbackgroundColor", colors.unbackgroundColor(), {2.0 / 3, 2.0 / 3, 2.0 / 3, 1}},
+      {"unselectionFillColor", colors.unselectionFillColor(), {1, 1, 1, 1}},
+      {"unselectionStrokeColor", colors.unselectionStrokeColor(), {0, 0, 0, 0}},
+      {"unselectionShadowColor", colors.unselectionShadowColor(), {0, 0, 0, 1}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(row.actual, row.expected) << row.name;
+}
+
+TEST(AppThemeColorTest, TheThemeIsTheSinglePrecisionDesignValueWidened) {
+  // Widened floats, not the decimal literals read as doubles.
+  EXPECT_NE(AppThemeColor().AppTheme().red, 0.9834601);
+  EXPECT_EQ(static_cast<float>(AppThemeColor().AppTheme().green), 0.7096537f);
+  EXPECT_EQ(themeTextColor.red, kRed);
+  EXPECT_EQ(themeTextColor.green, kGreen);
+  EXPECT_EQ(themeTextColor.blue, kBlue);
+  EXPECT_EQ(themeTextColor.alpha, 1);
+}
+
+TEST(AppThemeColorTest, TheSelectionFillIsTheThemeOfTheMomentItIsFirstRead) {
+  // Given a theme changed before the fill was read
+  AppThemeColor colors;
+  const UIColor blue = UIColor::systemBlueColor();
+  colors.setAppTheme(blue);
+
+  // Then the fill takes it
+  EXPECT_EQ(colors.selectionFillColor(), blue);
+
+  // And keeps it when the theme changes later, in copies too
+  colors.setAppTheme(UIColor::systemRedColor());
+  AppThemeColor copy = colors;
+  EXPECT_EQ(colors.selectionFillColor(), blue);
+  EXPECT_EQ(copy.selectionFillColor(), blue);
+  EXPECT_EQ(copy.AppTheme(), UIColor::systemRedColor());
+}
+
+}  // namespace
+}  // namespace nimbrel

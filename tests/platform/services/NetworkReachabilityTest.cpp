@@ -1,0 +1,36 @@
+#include "platform/services/NetworkReachability.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/PlatformState.h"
+#include "platform/foundation/ManualRunLoop.h"
+
+namespace {
+
+class FixedReachability : public NetworkReachability {
+ public:
+  explicit FixedReachability(std::optional<unsigned> flags) : flags_(flags) {}
+  std::optional<unsigned> flags() const override { return flags_; }
+
+ private:
+  std::optional<unsigned> flags_;
+};
+
+class NetworkReachabilityTest : public ::testing::Test {
+ protected:
+  ManualRunLoop loop;
+  void SetUp() override { resetPlatformState(); }
+  void TearDown() override { resetPlatformState(); }
+};
+
+TEST_F(NetworkReachabilityTest, WithNothingInstalledTheNetworkIsReachableAndAResetForgetsAnInstalledSource) {
+  EXPECT_EQ(NetworkReachability::current()->flags(), std::optional<unsigned>(2u));
+
+  NetworkReachability::install(std::make_shared<FixedReachability>(std::nullopt));
+  EXPECT_EQ(NetworkReachability::current()->flags(), std::nullopt);
+
+  resetPlatformState();
+  EXPECT_EQ(NetworkReachability::current()->flags(), std::optional<unsigned>(2u));
+}
+
+}  // namespace
