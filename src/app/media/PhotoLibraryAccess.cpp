@@ -95,7 +95,8 @@ void fetchAlbumAssets(std::shared_ptr<PHAssetCollection> album, MediaTypes type,
   DispatchQueue::global(QualityOfService::userInteractive)
       .async([album = std::move(album), options = std::move(options), completion = std::move(completion)] {
         auto result = PHAsset::fetchAssetsInAssetCollection(*album, options.get());
-        if (completion) completion(static_cast<long>(result.count()), std::move(result));
+        long count = static_cast<long>(result.count());
+        if (completion) completion(count, std::move(result));
       });
 }
 
