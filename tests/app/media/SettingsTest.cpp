@@ -8,6 +8,7 @@
 #include "app/media/Fetch.h"
 #include "platform/foundation/SharedInstance.h"
 #include "platform/photos/PHPhotoLibrary.h"
+#include "platform/uikit/UIView.h"
 #include "ObservedPhotoLibrary.h"
 #include "PhotoLibraryFixture.h"
 
@@ -34,34 +35,18 @@ class SettingsTest : public testing::SimTest {
   std::shared_ptr<testing::ObservedPhotoLibrary> library;
 };
 
-TEST_F(SettingsTest, DefaultsOfEveryPart) {
+TEST_F(SettingsTest, SelectionIsFilledWithTheViewTintAndPreviewsOnlyAllowTheNetwork) {
   Settings settings;
-  auto theme = settings.theme();
-  EXPECT_EQ(theme->backgroundColor(), UIColor::whiteColor());
-  EXPECT_EQ(theme->selectionFillColor(), UIColor::systemBlueColor());
-  EXPECT_EQ(theme->selectionStrokeColor(), UIColor::whiteColor());
-  EXPECT_EQ(theme->selectionShadowColor(), UIColor::blackColor());
+  EXPECT_EQ(settings.theme()->selectionFillColor(), UIView().tintColor().value_or(UIColor::systemBlueColor()));
   EXPECT_EQ(settings.selection()->max(), std::numeric_limits<std::int64_t>::max());
-  EXPECT_EQ(settings.selection()->min(), 1);
-  EXPECT_EQ(settings.list()->spacing(), 2.0);
-  EXPECT_TRUE(settings.dismiss()->enabled());
-  EXPECT_TRUE(settings.preview()->enabled());
-
-  auto preview = settings.fetch()->preview();
+  auto photo = settings.fetch()->preview()->photoOptions();
   PHImageRequestOptions plain;
-  auto photo = preview->photoOptions();
   EXPECT_TRUE(photo->networkAccessAllowed);
-  EXPECT_EQ(photo->resizeMode, plain.resizeMode) << "only the network is allowed";
-  EXPECT_EQ(photo->deliveryMode, plain.deliveryMode);
-  EXPECT_EQ(photo->synchronous, plain.synchronous);
-  EXPECT_EQ(photo->version, plain.version);
-  EXPECT_TRUE(preview->livePhotoOptions()->networkAccessAllowed);
-  EXPECT_TRUE(preview->videoOptions()->networkAccessAllowed);
-  EXPECT_EQ(settings.fetch()->assets()->supportedMediaTypes(), std::set<MediaTypes>{MediaTypes::image});
-  EXPECT_EQ(mediaTypes(*settings.fetch()->assets()->options()), std::vector<int>{1});
-  auto albumOptions = settings.fetch()->album()->options();
-  EXPECT_TRUE(albumOptions->sortDescriptors.empty());
-  EXPECT_TRUE(std::holds_alternative<std::monostate>(albumOptions->predicate));
+  EXPECT_EQ(std::tuple(photo->version, photo->deliveryMode, photo->resizeMode, photo->synchronous),
+            std::tuple(plain.version, plain.deliveryMode, plain.resizeMode, plain.synchronous));
+  auto shared = Fetch::shared()->preview()->photoOptions();
+  EXPECT_EQ(std::tuple(shared->networkAccessAllowed, shared->resizeMode, shared->synchronous, shared->deliveryMode),
+            std::tuple(true, 2, true, 0));
 }
 
 TEST_F(SettingsTest, CellsPerRowBySizeClasses) {
@@ -131,22 +116,14 @@ TEST_F(SettingsTest, AWriteReplacesAFieldOrAWholePart) {
   EXPECT_EQ(libraryReads(), 0u) << "a written value is never made";
 }
 
-TEST_F(SettingsTest, SharedFetchIsOneInstanceMadeLazily) {
+TEST_F(SettingsTest, SharedFetchIsOneInstanceThatReadsTheLibraryOnlyForAlbums) {
   auto fetch = Fetch::shared();
   EXPECT_EQ(Fetch::shared(), fetch);
-  auto preview = fetch->preview();
-  auto photo = preview->photoOptions();
-  EXPECT_TRUE(photo->networkAccessAllowed);
-  EXPECT_EQ(photo->resizeMode, 2);
-  EXPECT_TRUE(photo->synchronous);
-  EXPECT_EQ(photo->deliveryMode, 0);
-  EXPECT_TRUE(preview->livePhotoOptions()->networkAccessAllowed);
-  EXPECT_TRUE(preview->videoOptions()->networkAccessAllowed);
-  EXPECT_EQ(preview->photoOptions(), photo) << "kept";
+  fetch->preview()->photoOptions();
+  fetch->assets()->options();
   EXPECT_EQ(libraryReads(), 0u);
-  EXPECT_EQ(counts(fetch->album()->fetchResults()).size(), 6u);
+  EXPECT_EQ(fetch->album()->fetchResults().size(), 6u);
   EXPECT_EQ(library->collectionReads(), 6u);
-
   SharedInstances::resetAll();
   EXPECT_NE(Fetch::shared(), fetch);
 }
