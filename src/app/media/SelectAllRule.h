@@ -7,24 +7,22 @@
 
 namespace nimbrel {
 
-// The "select all" answer both browse lists give. With a native ad loaded the screens count one
-// row too many, so a list of two rows or more is told it is complete when one row is missing.
-// Every count is taken at the moment it is used: the closure changes the selection in between.
+// The "select all" rule of both browse lists. With a native ad loaded, a list of two rows or more
+// compares the picked rows with one row fewer. Counts are taken at each use: the closure changes
+// the selection in between.
 template <class Model>
 void selectAllRows(Model& model) {
-  auto rows = [&] { return model.items.size(); };
-  auto selected = [&] { return model.selectedItems().size(); };
-  auto tell = [&](bool allSelected) {
+  auto tell = [&model](size_t complete) {
     auto closure = model.IsSelectedAll;
-    if (closure) closure(allSelected);
+    if (closure) closure(model.selectedItems().size() == complete);
   };
-  if (model.IsSelectedAll) tell(selected() == rows());
+  tell(model.items.size());
   bool adLoaded = !AppLovinNativeAdManual::shared()->arrNativeAd.empty();
-  if (adLoaded && rows() >= 2) {
-    if (model.IsSelectedAll) tell(selected() == rows() - 1);
+  if (adLoaded && model.items.size() >= 2) {
+    tell(model.items.size() - 1);
     return;
   }
-  if (model.IsSelectedAll) tell(selected() == rows());
+  tell(model.items.size());
 }
 
 }  // namespace nimbrel

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <thread>
 
 #include "app/SimTest.h"
 #include "app/media/Fetch.h"
@@ -126,6 +127,26 @@ TEST_F(SettingsTest, SharedFetchIsOneInstanceThatReadsTheLibraryOnlyForAlbums) {
   EXPECT_EQ(library->collectionReads(), 6u);
   SharedInstances::resetAll();
   EXPECT_NE(Fetch::shared(), fetch);
+}
+
+// The newest-asset lookup reads the shared options on a background queue while screens read them
+// on the main thread: every first read must see the one value made.
+TEST_F(SettingsTest, ConcurrentFirstReadsOfTheSharedFetchSeeOneValue) {
+  constexpr int kThreads = 4;
+  std::vector<std::shared_ptr<PHFetchOptions>> seen(kThreads);
+  std::vector<size_t> albumCounts(kThreads);
+  {
+    std::vector<std::jthread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+      threads.emplace_back([&seen, &albumCounts, i] {
+        seen[i] = Fetch::shared()->assets()->options();
+        albumCounts[i] = Fetch::shared()->album()->fetchResults().size();
+      });
+    }
+  }
+  for (int i = 1; i < kThreads; ++i) EXPECT_EQ(seen[i], seen[0]);
+  EXPECT_EQ(albumCounts, std::vector<size_t>(kThreads, 6));
+  EXPECT_EQ(library->collectionReads(), 6u) << "the album sources were fetched once";
 }
 
 TEST_F(SettingsTest, AssetOptionsTakeTheMediaTypesOfTheirFirstRead) {
