@@ -155,7 +155,8 @@ json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object, const U
     out["selected"] = checkmark->isSelected();
   }
   if (auto collection = std::dynamic_pointer_cast<UICollectionView>(view)) {
-    for (auto& [k, v] : describeCollection(*collection, screen).items()) out[k] = v;
+    json described = describeCollection(*collection, screen);
+    for (auto& [k, v] : described.items()) out[k] = v;
   }
   if (auto lottie = std::dynamic_pointer_cast<LottieAnimationView>(view)) {
     out["animation"] = lottie->animationName();

@@ -19,8 +19,8 @@ enum class MediaTypes;
 
 // The root of the user's work: the storage line, the strip of recent items, the buttons to the
 // browse screens and the two modal screens, a native ad. Everything is rebuilt at each appearance.
+// Its strip's delegate is also the scroll delegate of the main scroll view.
 class HomeViewController : public UIViewController,
-                           public UIScrollViewDelegate,
                            public MGCollapsingHeaderDelegate,
                            public UICollectionViewDataSource,
                            public UICollectionViewDelegate {
