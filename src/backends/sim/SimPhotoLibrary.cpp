@@ -29,12 +29,18 @@ SimPhotoLibrary::SimPhotoLibrary(const Fixture& fixture, const std::string& home
   std::error_code ec;
   std::filesystem::create_directories(folder_, ec);
   size_t index = 0;
+  std::set<std::string> taken;
   for (const auto& a : fixture.photoAssets) {
     auto record = std::make_shared<PHAssetRecord>(a.record);
-    // One folder per asset, so that two assets of one file name keep their own files.
-    std::string dir = folder_ + "/" + std::to_string(++index);
-    std::filesystem::create_directories(dir, ec);
-    record->backingPath = dir + "/" + (record->filename.empty() ? "asset" : record->filename);
+    ++index;
+    // Files keep the asset's own name; a second asset of the same name gets a folder of its own.
+    std::string name = record->filename.empty() ? "asset" : record->filename;
+    std::string dir = folder_;
+    if (!taken.insert(name).second) {
+      dir = folder_ + "/" + std::to_string(index);
+      std::filesystem::create_directories(dir, ec);
+    }
+    record->backingPath = dir + "/" + name;
     makeSparseFile(record->backingPath, record->fileSize.value_or(0));
     byId_[record->localIdentifier] = record;
     behaviour_[record->localIdentifier] = {a.video, a.editingInput, a.imageData};

@@ -1,0 +1,193 @@
+// The frame on a small screen of its own: one list of items at the album flag, selection mode
+// there, and a tap recogniser that is only disabled, never detached.
+#include "app/media/BrowseScreen.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ads/AppLovinNativeAdManual.h"
+#include "app/core/ApplicationMain.h"
+#include "app/SimTest.h"
+#include "app/media/PhotoModel.h"
+#include "app/media/PhotosViewModel.h"
+#include "app/storyboard/BrowseScene.h"
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+
+namespace nimbrel {
+namespace {
+
+class ListScreen : public BrowseScreen<PhotosViewModel> {
+ public:
+  std::vector<std::string> names;
+  std::vector<long> opened;
+  bool accessGranted = true;
+
+ protected:
+  BrowseSizes sizes() const override {
+    BrowseSizes s;
+    s.listAlbumHeight = 90;
+    s.gridAlbumExtraHeight = 0;
+    return s;
+  }
+  void requestAccess(std::function<void()> granted) override {
+    if (accessGranted) DispatchQueue::main().async(std::move(granted));
+  }
+  void firstLoad() override {
+    std::vector<PhotoModel> models;
+    for (const auto& n : names) {
+      PhotoModel m = PhotoModel::empty();
+      m.name = n;
+      models.push_back(m);
+    }
+    viewModel = PhotosViewModel::withModels(std::move(models));
+    albumsCollectionView->reloadData();
+    installDidToggleSelectionOnAlbums();
+  }
+  void openAlbumLevelRow(long row) override { opened.push_back(row); }
+  void configureAlbumCell(albumsCollectionViewCell& cell, long row) override {
+    cell.lblAlbumName->setText(viewModel->items.at(static_cast<size_t>(row))->item.name);
+  }
+  bool selectionAtAlbumLevel() const override { return true; }
+  bool detachesTapInSelectionMode() const override { return false; }
+};
+
+class BrowseScreenTest : public testing::SimTest {
+ protected:
+  std::shared_ptr<ListScreen> open(std::vector<std::string> names) {
+    start(R"({"preferences": {"isFirstTime": true, "kIsListView": true}})");
+    NimbrelApplicationMain();
+    advance(6);
+    auto screen = std::make_shared<ListScreen>();
+    screen->names = std::move(names);
+    screen->setSceneLoader([](UIViewController& vc) {
+      buildBrowseScene(static_cast<ListScreen&>(vc), {"Test", "Test", "Test", "onFavBtn:"});
+    });
+    auto nav = std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+    nav->pushViewController(screen, true);
+    settle();
+    return screen;
+  }
+  void tap(ListScreen& s, long row) {
+    s.albumsCollectionView->layoutSubviews();
+    if (s.tap->view() && s.tap->isEnabled()) {
+      s.tap->recognize(UIGestureRecognizerState::ended, s.albumsCollectionView->centerOfItemAtIndexPath({0, row}));
+    } else {
+      s.albumsCollectionView->userTapItemAtIndexPath({0, row});
+    }
+    settle();
+  }
+  void longPress(ListScreen& s, long row) {
+    auto p = s.albumsCollectionView->centerOfItemAtIndexPath({0, row});
+    s.longPress->recognize(UIGestureRecognizerState::began, p);
+    s.longPress->recognize(UIGestureRecognizerState::ended, p);
+    settle();
+  }
+};
+
+TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLater) {
+  auto s = open({"a", "b", "c"});
+  s->albumsCollectionView->layoutSubviews();
+  s->tap->recognize(UIGestureRecognizerState::ended, s->albumsCollectionView->centerOfItemAtIndexPath({0, 2}));
+  EXPECT_TRUE(s->opened.empty()) << "the tap acts through a hop to the main queue";
+  settle();
+  EXPECT_EQ(s->opened, std::vector<long>{2});
+  s->tap->recognize(UIGestureRecognizerState::ended, {1, 100000});
+  settle();
+  EXPECT_EQ(s->opened, std::vector<long>{2}) << "a tap on the gap opens nothing";
+}
+
+TEST_F(BrowseScreenTest, SelectionAtTheAlbumFlagOnlyDisablesTheTap) {
+  auto s = open({"a", "b", "c"});
+  longPress(*s, 1);
+  EXPECT_TRUE(s->isSelectionModeOn());
+  EXPECT_FALSE(s->tap->isEnabled());
+  EXPECT_TRUE(s->tap->view()) << "this screen keeps its recogniser attached";
+  EXPECT_EQ(s->viewModel->selectedItems().size(), 1u);
+  tap(*s, 2);
+  EXPECT_EQ(s->viewModel->selectedItems().size(), 2u);
+  EXPECT_TRUE(s->opened.empty());
+}
+
+TEST_F(BrowseScreenTest, CellSizesFollowTheScreensTableRowAndTheLayout) {
+  auto s = open({"a"});
+  auto& cv = *s->albumsCollectionView;
+  double w = cv.bounds().width();
+  EXPECT_EQ(cv.frameForItemAtIndexPath({0, 0}).size, (CGSize{w, 90}));
+  s->performAction("onGridOrListBtn:", nullptr);
+  settle();
+  EXPECT_EQ(cv.frameForItemAtIndexPath({0, 0}).size, (CGSize{w / 3, w / 3}));
+}
+
+// The select-all button's table: with the screen's closure, which selects everything when told
+// false and clears everything when told true.
+TEST_F(BrowseScreenTest, SelectAllFollowsItsTableWithAndWithoutALoadedAd) {
+  struct Row {
+    const char* what;
+    std::vector<long> picked;  // rows picked by taps before the press
+    bool ad;
+    size_t after;
+    const char* title;
+  };
+  const Row rows[] = {
+      {"some picked, ad loaded", {0}, true, 3, "DeSelect All"},
+      {"some picked, no ad", {0}, false, 0, "Select All"},
+      {"all picked, ad loaded", {0, 1, 2}, true, 3, "DeSelect All"},
+      {"all picked, no ad", {0, 1, 2}, false, 3, "DeSelect All"},
+  };
+  for (const auto& row : rows) {
+    auto s = open({"a", "b", "c"});
+    if (row.ad) AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
+    longPress(*s, row.picked.front());
+    for (size_t i = 1; i < row.picked.size(); ++i) tap(*s, row.picked[i]);
+    s->performAction("onSelectAllBtn:", nullptr);
+    settle();
+    EXPECT_EQ(s->viewModel->selectedItems().size(), row.after) << row.what;
+    EXPECT_EQ(s->selectALLBtn->currentTitle(), row.title) << row.what;
+    EXPECT_EQ(s->albumsCollectionView->indexPathsForSelectedItems().size(), row.after) << row.what;
+    platform.reset();
+  }
+}
+
+TEST_F(BrowseScreenTest, SelectAllOnOneRowIgnoresTheAd) {
+  auto s = open({"only"});
+  AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
+  longPress(*s, 0);
+  s->performAction("onSelectAllBtn:", nullptr);
+  settle();
+  EXPECT_EQ(s->viewModel->selectedItems().size(), 1u);
+  EXPECT_EQ(s->selectALLBtn->currentTitle(), "DeSelect All");
+}
+
+TEST_F(BrowseScreenTest, CloseLeavesEveryRowFlaggedAndTheChromeHidden) {
+  auto s = open({"a", "b"});
+  longPress(*s, 0);
+  s->performAction("onCloseBtn:", nullptr);
+  settle();
+  EXPECT_FALSE(s->isSelectionModeOn());
+  EXPECT_TRUE(s->closeBtnView->isHidden());
+  EXPECT_TRUE(s->SelectEditView->isHidden());
+  EXPECT_EQ(s->albumsCollectionView->tag(), 0);
+  EXPECT_TRUE(s->tap->isEnabled());
+  EXPECT_EQ(s->viewModel->selectedItems().size(), 2u);
+}
+
+TEST_F(BrowseScreenTest, WithoutAccessTheListStaysEmptyAndSilent) {
+  start(R"({})");
+  NimbrelApplicationMain();
+  advance(6);
+  auto screen = std::make_shared<ListScreen>();
+  screen->names = {"a"};
+  screen->accessGranted = false;
+  screen->setSceneLoader([](UIViewController& vc) {
+    buildBrowseScene(static_cast<ListScreen&>(vc), {"Test", "Test", "Test", "onFavBtn:"});
+  });
+  std::dynamic_pointer_cast<UINavigationController>(UIApplication::sharedApplication().keyWindow()->rootViewController())
+      ->pushViewController(screen, true);
+  settle();
+  EXPECT_EQ(screen->albumsCollectionView->numberOfItemsInSection(0), 0);
+}
+
+}  // namespace
+}  // namespace nimbrel
