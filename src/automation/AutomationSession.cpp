@@ -8,6 +8,7 @@
 #include "app/core/Constant.h"
 #include "automation/TreeWriter.h"
 #include "platform/ads/FullScreenAdStage.h"
+#include "platform/av/AVPlayer.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
@@ -144,7 +145,15 @@ json AutomationSession::handle(const json& request) {
     out["ok"] = true;
     return out;
   }
-  if (op == "players") return {{"ok", true}, {"players", json::array()}};
+  if (op == "players") {
+    json players = json::array();
+    for (const auto& player : AVPlayer::livePlayers()) {
+      players.push_back({{"url", player->currentItem()->url().absoluteString()},
+                         {"playing", player->isPlaying()},
+                         {"position", player->currentTime()}});
+    }
+    return {{"ok", true}, {"players", players}};
+  }
   if (op == "sdk") return {{"ok", true}, {"calls", host_.sdkCalls()}};
   if (op == "screenshot") {
     std::string path = stringField(request, "path");

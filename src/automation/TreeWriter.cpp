@@ -222,6 +222,17 @@ json TreeWriter::describeScreen(const ScreenEntry& entry) {
     }
   }
   out["outlets"] = outlets;
+  if (entry.controller->isViewLoaded()) {
+    const auto& background = entry.controller->view()->backgroundColor();
+    if (background) out["background"] = background->hexString();
+  }
+  if (const auto& item = entry.controller->navigationItem().rightBarButtonItem()) {
+    out["rightBarButton"] = item->systemItem() == UIBarButtonItem::play    ? "play"
+                            : item->systemItem() == UIBarButtonItem::pause ? "pause"
+                                                                           : "item";
+  }
+  if (entry.controller->prefersStatusBarHidden()) out["statusBarHidden"] = true;
+  if (auto nav = entry.controller->navigationController()) out["navigationBarHidden"] = nav->isNavigationBarHidden();
   return out;
 }
 

@@ -1,6 +1,9 @@
 #include "platform/PlatformState.h"
 
 #include "platform/ads/ALSdk.h"
+#include "platform/av/MediaDurations.h"
+#include "platform/corelocation/CLGeocoder.h"
+#include "platform/foundation/NSNotificationCenter.h"
 #include "platform/ads/AppLovinNetwork.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/ads/GADMobileAds.h"
@@ -39,6 +42,9 @@ void resetPlatformState() {
   PhotoLibrarySource::install(nullptr);
   MediaLibrarySource::install(nullptr);
   VolumeInfoSource::install(nullptr);
+  GeocoderSource::install(nullptr);
+  MediaDurations::install(nullptr);
+  NSNotificationCenter::defaultCenter().reset();
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();
   NSUserDefaults::installStandard(std::make_shared<InMemoryPreferencesStore>());

@@ -12,6 +12,12 @@
 #include "platform/foundation/NSPathUtilities.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/photos/PHImageManager.h"
+#include "app/viewers/InfoViewController.h"
+#include "app/viewers/PhotosInfoVC.h"
+#include "app/viewers/PreviewBuilder.h"
+#include "platform/av/AVPlayer.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIStoryboard.h"
 
 namespace nimbrel {
 
@@ -155,12 +161,30 @@ void ImagesVC::openItemLevelRow(long row) {
   auto asset = photoViewModel->items.at(static_cast<size_t>(row))->item.asset;
   if (mediatype == MediaTypes::image) {
     if (auto url = assetURL(asset->localIdentifier(), FileType::photo)) addRecentFile(*url, FileType::photo);
-    openAsset(asset);
+    auto viewer = PreviewBuilder::build(asset);
+    if (auto nav = navigationController()) nav->pushViewController(viewer, true);
     return;
   }
   // A video opened here is remembered as a photo with its ".MOV" address.
   if (auto url = assetURL(asset->localIdentifier(), FileType::video)) addRecentFile(*url, FileType::photo);
-  openAsset(asset);
+  openVideoInSystemPlayer(asset);
+}
+
+void ImagesVC::openVideoInSystemPlayer(const std::shared_ptr<PHAsset>& asset) {
+  auto self = strongSelf<ImagesVC>();
+  PHImageManager::defaultManager()->requestAVAssetForVideo(
+      asset, nullptr, [self](std::shared_ptr<AVAsset> answer, const PHImageRequestInfo&) {
+        auto urlAsset = std::dynamic_pointer_cast<AVURLAsset>(answer);
+        if (!urlAsset) return;
+        URL url = urlAsset->url();
+        DispatchQueue::main().async([self, url] {
+          auto player = AVPlayer::playerWithURL(url);
+          auto controller = std::make_shared<AVPlayerViewController>();
+          controller->delegate = std::shared_ptr<AVPlayerViewControllerDelegate>(self);
+          controller->player = player;
+          self->presentViewController(controller, true, [player] { player->play(); });
+        });
+      });
 }
 
 void ImagesVC::gatherShareItems(const std::shared_ptr<NSObject>&,
@@ -252,6 +276,23 @@ void ImagesVC::onFavBtn(const std::shared_ptr<NSObject>&) {
   leaveSelectionMode();
 }
 
-void ImagesVC::showInfoForSelection() {}
+void ImagesVC::showInfoForSelection() {
+  auto selected = photoViewModel->selectedItems();
+  if (selected.size() == 1) {
+    auto info = std::dynamic_pointer_cast<InfoViewController>(
+        UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("InfoVC"));
+    if (!info) fatalError("Could not cast value to 'InfoViewController'", "Nimbrel/ImagesVC", 0);
+    info->asset = selected.front()->item.asset;
+    info->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
+    presentViewController(info, false, nullptr);
+  } else if (selected.size() >= 2) {
+    auto info = std::dynamic_pointer_cast<PhotosInfoVC>(
+        UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("PhotosInfoVC"));
+    if (!info) fatalError("Could not cast value to 'PhotosInfoVC'", "Nimbrel/ImagesVC", 0);
+    for (const auto& item : selected) info->models.push_back(item->item);
+    info->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
+    presentViewController(info, false, nullptr);
+  }
+}
 
 }  // namespace nimbrel

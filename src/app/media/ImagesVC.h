@@ -7,11 +7,12 @@
 #include "app/media/AlbumModel.h"
 #include "app/media/AlbumsViewModel.h"
 #include "app/media/BrowseScreen.h"
+#include "platform/av/AVPlayerViewController.h"
 
 namespace nimbrel {
 
 // Browses the photo library's photos or its videos: albums first, then one album's assets.
-class ImagesVC : public BrowseScreen<AlbumsViewModel> {
+class ImagesVC : public BrowseScreen<AlbumsViewModel>, public AVPlayerViewControllerDelegate {
  public:
   static inline constexpr const char* kTypeName = "ImagesVC";
   const char* className() const override { return kTypeName; }
@@ -43,8 +44,7 @@ class ImagesVC : public BrowseScreen<AlbumsViewModel> {
   void showInfoForSelection() override;
   void logPrefetch(long row) override;
 
-  // What a tap on an item opens; the viewers fill this in.
-  virtual void openAsset(const std::shared_ptr<PHAsset>& asset) {}
+  void openVideoInSystemPlayer(const std::shared_ptr<PHAsset>& asset);
 
  private:
   // Loads the album level; a reload differs at its step and its finish.

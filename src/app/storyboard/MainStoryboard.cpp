@@ -3,6 +3,7 @@
 #include "app/storyboard/CellNibs.h"
 #include "app/storyboard/HomeScene.h"
 #include "app/storyboard/ImagesScene.h"
+#include "app/storyboard/InfoScenes.h"
 #include "app/storyboard/StorageAnalysisScene.h"
 #include "app/storyboard/NativeAdNib.h"
 #include "app/storyboard/SplashScene.h"
@@ -17,6 +18,8 @@ void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
   UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
   UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
+  UIStoryboard::registerScene("Main", "InfoVC", makeInfoScene);
+  UIStoryboard::registerScene("Main", "PhotosInfoVC", makePhotosInfoScene);
   // The screens draw their own headers, so the navigation bar is hidden from the start.
   UIStoryboard::setInitialScene("Main", [] {
     auto splash = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("SplashVC");

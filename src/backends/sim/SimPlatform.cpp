@@ -14,6 +14,7 @@
 #include "backends/sim/SimPermissionAuthority.h"
 #include "backends/sim/SimMusicLibrary.h"
 #include "backends/sim/SimPhotoLibrary.h"
+#include "backends/sim/SimPlaces.h"
 #include "backends/sim/SimVolume.h"
 #include "platform/PlatformState.h"
 #include "platform/foundation/Date.h"
@@ -48,8 +49,12 @@ SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::mo
   preferences_ = std::make_shared<InMemoryPreferencesStore>(fixture_.preferences);
   NSUserDefaults::installStandard(preferences_);
   placeDocuments();
-  PhotoLibrarySource::install(std::make_shared<SimPhotoLibrary>(fixture_, home_, calls_));
-  MediaLibrarySource::install(std::make_shared<SimMusicLibrary>(fixture_, home_));
+  auto photos = std::make_shared<SimPhotoLibrary>(fixture_, home_, calls_);
+  auto music = std::make_shared<SimMusicLibrary>(fixture_, home_);
+  PhotoLibrarySource::install(photos);
+  MediaLibrarySource::install(music);
+  GeocoderSource::install(std::make_shared<SimGeocoder>(*photos));
+  MediaDurations::install(std::make_shared<SimMediaDurations>(*photos, *music));
   VolumeInfoSource::install(std::make_shared<SimVolume>(fixture_));
 }
 

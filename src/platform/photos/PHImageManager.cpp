@@ -99,3 +99,21 @@ PHImageRequestID PHImageManager::requestAVAssetForVideo(const std::shared_ptr<PH
   });
   return id;
 }
+
+PHImageRequestID PHImageManager::requestLivePhotoForAsset(const std::shared_ptr<PHAsset>& asset, CGSize,
+                                                          PHImageContentMode, const PHLivePhotoRequestOptions*,
+                                                          LivePhotoHandler handler) {
+  PHImageRequestID id = nextRequest();
+  auto record = asset ? asset->record() : nullptr;
+  auto self = strongSelf<PHImageManager>();
+  DispatchQueue::main().async([self, id, record, handler = std::move(handler)] {
+    std::shared_ptr<PHLivePhoto> photo;
+    if (record && PhotoLibrarySource::current()->hasLivePhoto(*record)) {
+      photo = std::make_shared<PHLivePhoto>(
+          CGSize{static_cast<double>(record->pixelWidth), static_cast<double>(record->pixelHeight)},
+          record->backingPath);
+    }
+    if (self->takeIfLive(id)) handler(std::move(photo), PHImageRequestInfo{});
+  });
+  return id;
+}

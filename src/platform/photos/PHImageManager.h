@@ -13,6 +13,7 @@
 #include "platform/foundation/NSObject.h"
 #include "platform/photos/PHAsset.h"
 #include "platform/photos/PHImageRequestOptions.h"
+#include "platform/photos/PHLivePhoto.h"
 #include "platform/photos/PHTypes.h"
 #include "platform/uikit/CGGeometry.h"
 #include "platform/uikit/UIImage.h"
@@ -32,6 +33,7 @@ class PHImageManager : public NSObject {
   using DataHandler = std::function<void(std::optional<Data>, std::string dataUTI, int orientation,
                                          const PHImageRequestInfo&)>;
   using VideoHandler = std::function<void(std::shared_ptr<AVAsset>, const PHImageRequestInfo&)>;
+  using LivePhotoHandler = std::function<void(std::shared_ptr<PHLivePhoto>, const PHImageRequestInfo&)>;
 
   static std::shared_ptr<PHImageManager> defaultManager();
 
@@ -42,6 +44,10 @@ class PHImageManager : public NSObject {
                                             const PHImageRequestOptions* options, DataHandler handler);
   PHImageRequestID requestAVAssetForVideo(const std::shared_ptr<PHAsset>& asset,
                                           const PHVideoRequestOptions* options, VideoHandler handler);
+  // Answers one main-queue turn later; no live photo for an asset that is none.
+  PHImageRequestID requestLivePhotoForAsset(const std::shared_ptr<PHAsset>& asset, CGSize targetSize,
+                                            PHImageContentMode contentMode, const PHLivePhotoRequestOptions* options,
+                                            LivePhotoHandler handler);
   void cancelImageRequest(PHImageRequestID request);
 
   // How many image requests have been made (a measure for scrolling cost).

@@ -27,8 +27,12 @@ class UIGestureRecognizer : public UIResponder {
   CGPoint locationInView(const UIView* view) const { return location_; }
 
   // Sends the actions with the given state at the point, if enabled and attached.
-  // Returns whether anything was sent.
+  // Returns whether anything was sent. A recogniser that waits for another to fail sends them
+  // only once that one's wait has passed without it recognising.
   bool recognize(UIGestureRecognizerState state, CGPoint location);
+  void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other) { mustFail_ = other; }
+  // How long a single tap waits to learn that no second tap follows.
+  static constexpr double kDoubleTapWait = 0.35;
 
  private:
   friend class UIView;
@@ -38,6 +42,9 @@ class UIGestureRecognizer : public UIResponder {
   bool enabled_ = true;
   UIGestureRecognizerState state_ = UIGestureRecognizerState::possible;
   CGPoint location_;
+  std::weak_ptr<UIGestureRecognizer> mustFail_;
+  unsigned recognitions_ = 0;
+  void send(UIGestureRecognizerState state, CGPoint location);
 };
 
 class UITapGestureRecognizer : public UIGestureRecognizer {

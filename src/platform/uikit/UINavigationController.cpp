@@ -1,5 +1,7 @@
 #include "platform/uikit/UINavigationController.h"
 
+#include <algorithm>
+
 #include "platform/foundation/DispatchQueue.h"
 
 std::shared_ptr<UINavigationController> UINavigationController::withRoot(
@@ -32,14 +34,27 @@ void UINavigationController::transition(const std::shared_ptr<UIViewController>&
                                         const std::shared_ptr<UIViewController>& to, bool animated,
                                         std::vector<std::shared_ptr<UIViewController>> released) {
   notifyChanged();
-  if (!onScreen()) return;
+  // Popped screens keep their navigation controller through their disappearance and stay alive
+  // until their transition has ended.
+  auto detach = [self = strongSelf<UINavigationController>()](const std::vector<std::shared_ptr<UIViewController>>& gone) {
+    for (const auto& c : gone) {
+      if (c->parentViewController() == self &&
+          std::find(self->stack_.begin(), self->stack_.end(), c) == self->stack_.end()) {
+        c->setParent(nullptr);
+      }
+    }
+  };
+  if (!onScreen()) {
+    detach(released);
+    return;
+  }
   if (to) to->loadViewIfNeeded();
   if (from && from != to) from->beginAppearanceTransition(false, animated);
   if (to && from != to) to->beginAppearanceTransition(true, animated);
-  // Popped screens stay alive until their transition has ended.
-  DispatchQueue::main().async([from, to, released = std::move(released)] {
+  DispatchQueue::main().async([from, to, released = std::move(released), detach] {
     if (from && from != to) from->endAppearanceTransition();
     if (to && from != to) to->endAppearanceTransition();
+    detach(released);
   });
 }
 
@@ -59,7 +74,6 @@ std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnima
   if (stack_.size() <= 1) return nullptr;
   auto popped = stack_.back();
   stack_.pop_back();
-  popped->setParent(nullptr);
   transition(popped, topViewController(), animated, {popped});
   return popped;
 }
@@ -70,7 +84,6 @@ std::vector<std::shared_ptr<UIViewController>> UINavigationController::popToRoot
   auto from = topViewController();
   std::vector<std::shared_ptr<UIViewController>> popped(stack_.begin() + 1, stack_.end());
   stack_.resize(1);
-  for (const auto& c : popped) c->setParent(nullptr);
   transition(from, topViewController(), animated, popped);
   return popped;
 }
@@ -79,7 +92,6 @@ void UINavigationController::setViewControllers(
     std::vector<std::shared_ptr<UIViewController>> controllers, bool animated) {
   auto from = topViewController();
   auto old = std::move(stack_);
-  for (const auto& c : old) c->setParent(nullptr);
   stack_ = std::move(controllers);
   for (const auto& c : stack_) c->setParent(strongSelf<UIViewController>());
   transition(from, topViewController(), animated, std::move(old));

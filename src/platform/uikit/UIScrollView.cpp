@@ -20,7 +20,29 @@ void UIScrollView::setContentInset(UIEdgeInsets inset) {
 }
 
 void UIScrollView::setZoomScale(double scale, bool animated) {
+  auto d = delegate_.lock();
+  auto zoomView = d ? d->viewForZoomingInScrollView(*this) : nullptr;
+  if (zoomView && zoomScale_ == 1.0) zoomBaseSize_ = zoomView->frame().size;
   zoomScale_ = std::clamp(scale, minimumZoomScale_, std::max(minimumZoomScale_, maximumZoomScale_));
+  if (zoomView) {
+    // The zoom view grows with the scale; the content is as large as it is.
+    CGSize size{zoomBaseSize_.width * zoomScale_, zoomBaseSize_.height * zoomScale_};
+    zoomView->setFrame(CGRect{zoomView->frame().origin, size});
+    setContentSize(size);
+  }
   didChange();
-  if (auto d = delegate_.lock()) d->scrollViewDidZoom(*this);
+  if (d) d->scrollViewDidZoom(*this);
+}
+
+void UIScrollView::zoomToRect(CGRect rect, bool animated) {
+  if (rect.width() <= 0 || rect.height() <= 0) return;
+  double scale = std::min(bounds().width() / rect.width(), bounds().height() / rect.height());
+  setZoomScale(scale, animated);
+  setContentOffset({rect.minX() * zoomScale_, rect.minY() * zoomScale_}, animated);
+}
+
+CGPoint UIScrollView::convertPointFromCoordinateSpace(CGPoint point, const UIView* space) const {
+  if (!space) return point;
+  double scale = zoomScale_;
+  return {space->frame().minX() + point.x * scale, space->frame().minY() + point.y * scale};
 }

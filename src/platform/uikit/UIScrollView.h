@@ -36,6 +36,13 @@ class UIScrollView : public UIView {
   double maximumZoomScale() const { return maximumZoomScale_; }
   void setMaximumZoomScale(double s) { maximumZoomScale_ = s; }
 
+  // Zooms so that `rect` (in the zoom view's own coordinates) fills the scroll view.
+  void zoomToRect(CGRect rect, bool animated);
+  // A point of a subview (the zoom view, scaled by the zoom) in this view's coordinates.
+  CGPoint convertPointFromCoordinateSpace(CGPoint point, const UIView* space) const;
+  bool showsScrollIndicators = true;
+  int contentInsetAdjustmentBehavior = 0;
+
   void setDelegate(std::weak_ptr<UIScrollViewDelegate> delegate) { delegate_ = std::move(delegate); }
   std::shared_ptr<UIScrollViewDelegate> delegate() const { return delegate_.lock(); }
 
@@ -44,5 +51,6 @@ class UIScrollView : public UIView {
   CGSize contentSize_;
   UIEdgeInsets contentInset_;
   double zoomScale_ = 1, minimumZoomScale_ = 1, maximumZoomScale_ = 1;
+  CGSize zoomBaseSize_;
   std::weak_ptr<UIScrollViewDelegate> delegate_;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UIScrollView.h"
@@ -172,4 +173,17 @@ void UIView::setNeedsLayout() {
 
 void UIView::setNeedsDisplay() {
   changed_.emit();
+}
+
+void UIView::animateWithDuration(double duration, const std::function<void()>& animations,
+                                 std::function<void(bool)> completion) {
+  if (animations) animations();
+  if (!completion) return;
+  DispatchQueue::main().asyncAfter(duration, [completion = std::move(completion)] { completion(true); });
+}
+
+void UIView::addLayerAnimation(LayerAnimation animation) {
+  std::erase_if(layerAnimations_, [&](const LayerAnimation& a) { return a.key == animation.key; });
+  layerAnimations_.push_back(std::move(animation));
+  didChange();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -102,6 +103,20 @@ class UIView : public UIResponder {
 
   ChangeSignal& changed() { return changed_; }
 
+  // Animations as records: the changes in `animations` happen at once (a shell animates them over
+  // the duration); the completion runs once the duration has passed.
+  static void animateWithDuration(double duration, const std::function<void()>& animations,
+                                  std::function<void(bool)> completion = nullptr);
+  struct LayerAnimation {
+    std::string key;
+    std::string keyPath;
+    double from = 0, to = 0, duration = 0;
+    bool autoreverses = false;
+    std::string kind = "basic";  // "basic" or "spring"
+  };
+  void addLayerAnimation(LayerAnimation animation);
+  const std::vector<LayerAnimation>& layerAnimations() const { return layerAnimations_; }
+
  protected:
   void didChange() { setNeedsDisplay(); }
 
@@ -123,4 +138,5 @@ class UIView : public UIResponder {
   std::vector<std::shared_ptr<NSLayoutConstraint>> constraints_;
   int layoutCount_ = 0;
   ChangeSignal changed_;
+  std::vector<LayerAnimation> layerAnimations_;
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/foundation/ChangeSignal.h"
+#include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIResponder.h"
 #include "platform/uikit/UIView.h"
 
@@ -45,6 +46,16 @@ class UIViewController : public UIResponder {
   virtual void viewDidAppear(bool animated) {}
   virtual void viewWillDisappear(bool animated) {}
   virtual void viewDidDisappear(bool animated) {}
+  virtual void viewDidLayoutSubviews() {}
+
+  // What the navigation bar shows for this screen.
+  UINavigationItem& navigationItem() { return navigationItem_; }
+  virtual bool prefersStatusBarHidden() const { return false; }
+  void setNeedsStatusBarAppearanceUpdate() {
+    ++statusBarUpdates_;
+    changed_.emit();
+  }
+  int statusBarUpdateCount() const { return statusBarUpdates_; }
 
   // Identity in the storyboard.
   const std::string& storyboardIdentifier() const { return storyboardIdentifier_; }
@@ -114,6 +125,8 @@ class UIViewController : public UIResponder {
   UIModalPresentationStyle modalStyle_ = UIModalPresentationStyle::automatic;
   Appearance appearance_ = Appearance::disappeared;
   bool animatedTransition_ = false;
+  UINavigationItem navigationItem_;
+  int statusBarUpdates_ = 0;
   ChangeSignal changed_;
 };
 
