@@ -15,6 +15,13 @@
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UINavigationController.h"
+#include "app/viewers/InfoViewController.h"
+#include "app/viewers/PhotosInfoVC.h"
+#include "app/viewers/PreviewViewController.h"
+#include "platform/av/AVPlayer.h"
+#include "platform/av/AVPlayerViewController.h"
+#include "platform/foundation/NSPathUtilities.h"
+#include <filesystem>
 
 namespace nimbrel {
 namespace {
@@ -29,7 +36,7 @@ std::string library(int imagesInTrip = 3, const std::string& extra = "", const s
     trip += (trip.empty() ? "\"" : ",\"") + id + "\"";
   }
   return R"({"now": "2026-11-22T10:00:00Z", )" + extra + R"("photos": {)" + photosExtra + R"("assets": [)" + assets + R"(
-      {"id": "V1/L0/001", "mediaType": 2, "created": "2026-04-01T10:00:00Z"},
+      {"id": "V1/L0/001", "mediaType": 2, "duration": 10, "created": "2026-04-01T10:00:00Z"},
       {"id": "S1/L0/001", "created": "2026-01-01T10:00:00Z", "filename": "selfie.HEIC"}],
     "albums": [
       {"id": "LIB", "title": "Recents", "type": 2, "subtype": 209, "assets": [)" + trip + R"(, "V1/L0/001", "S1/L0/001"]},
@@ -337,6 +344,76 @@ TEST_F(ImagesVCTest, ARefusedDeleteSaysSoAndStaysAtTheItems) {
   EXPECT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
   EXPECT_FALSE(screen->isAlBumsDisplay);
   EXPECT_EQ(screen->photoViewModel->items.size(), 3u);
+}
+
+TEST_F(ImagesVCTest, TappingAPhotoRemembersItAndPushesItsViewer) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  tapRow(*screen, 0);
+  auto viewer = std::dynamic_pointer_cast<PreviewViewController>(nav()->topViewController());
+  ASSERT_TRUE(viewer);
+  EXPECT_EQ(viewer->asset()->localIdentifier(), "T2/L0/001");
+  ASSERT_EQ(AppData::shared()->recentFiles.size(), 1u);
+  EXPECT_EQ(AppData::shared()->recentFiles[0].url.absoluteString(), "assets-library://asset/asset.JPG?id=T2&extJPG");
+  EXPECT_EQ(AppData::shared()->recentFiles[0].filetype, FileType::photo);
+}
+
+TEST_F(ImagesVCTest, AVideoIsRememberedAsAPhotoAndPlaysInTheSystemPlayer) {
+  auto screen = open(library(), MediaTypes::video);
+  tapRow(*screen, 1);  // Videos
+  tapRow(*screen, 0);
+  tapRow(*screen, 0);
+  ASSERT_EQ(AppData::shared()->recentFiles.size(), 2u) << "two taps, two records";
+  for (const auto& record : AppData::shared()->recentFiles) {
+    EXPECT_EQ(record.url.absoluteString(), "assets-library://asset/asset.MOV?id=V1&extMOV");
+    EXPECT_EQ(record.filetype, FileType::photo);
+  }
+  auto player = std::dynamic_pointer_cast<AVPlayerViewController>(nav()->presentedViewController());
+  ASSERT_TRUE(player);
+  ASSERT_TRUE(player->player);
+  EXPECT_TRUE(player->player->isPlaying()) << "play once presented";
+}
+
+TEST_F(ImagesVCTest, SharingTheSameVideoTwiceSharesTheEarlierCopy) {
+  auto screen = open(library(), MediaTypes::video);
+  tapRow(*screen, 1);
+  auto share = [&] {
+    longPressRow(*screen, 0);
+    press(*screen, "onShareBtn:", "btnShare");
+    advance(0.5);
+    auto sheet = std::dynamic_pointer_cast<UIActivityViewController>(nav()->presentedViewController());
+    EXPECT_TRUE(sheet);
+    auto items = sheet ? sheet->itemDescriptions() : std::vector<std::string>{};
+    if (sheet) sheet->close(false);
+    settle();
+    return items;
+  };
+  std::string copy = NSHomeDirectory() + "/Documents/IMG_0004.MOV.mp4";
+  auto first = share();
+  ASSERT_EQ(first.size(), 1u);
+  EXPECT_EQ(URL::withString(first[0])->path(), copy);
+  EXPECT_TRUE(std::filesystem::exists(copy));
+  EXPECT_TRUE(SVProgressHUD::state().visible) << "a video share leaves the overlay standing";
+  auto second = share();
+  EXPECT_EQ(second, first) << "the second copy fails and the earlier file is shared";
+}
+
+TEST_F(ImagesVCTest, InfoOpensOnePanelForOneItemAndTheOtherForSeveral) {
+  auto screen = open(library());
+  tapRow(*screen, 1);
+  longPressRow(*screen, 0);
+  press(*screen, "onInfoBtn:", "btnInfo");
+  auto one = std::dynamic_pointer_cast<InfoViewController>(nav()->presentedViewController());
+  ASSERT_TRUE(one);
+  EXPECT_EQ(one->modalPresentationStyle(), UIModalPresentationStyle::overCurrentContext);
+  EXPECT_TRUE(screen->isSelectionModeOn()) << "selection mode stays";
+  one->performAction("onExitBtn:", nullptr);
+  settle();
+  tapRow(*screen, 1);
+  press(*screen, "onInfoBtn:", "btnInfo");
+  auto several = std::dynamic_pointer_cast<PhotosInfoVC>(nav()->presentedViewController());
+  ASSERT_TRUE(several);
+  EXPECT_EQ(several->models.size(), 2u);
 }
 
 }  // namespace
