@@ -194,17 +194,26 @@ json TreeWriter::describeCollection(UICollectionView& collection, const UIViewCo
   out["tapAttached"] = tap && tap->view().get() == &collection;
   out["tapEnabled"] = tap && tap->isEnabled();
   json cells = json::array();
-  for (long row = 0; row < count; ++row) {
+  auto describeCell = [&](long row, UICollectionViewCell& c) {
     json cell = json::object();
     cell["row"] = row;
-    collection.withCellForRow({0, row}, [&](UICollectionViewCell& c) {
-      cell["reuse"] = c.reuseIdentifier();
-      cell["selected"] = c.isSelected();
-      json outlets = json::object();
-      for (const auto& [name, v] : c.outlets()) outlets[name] = describeOutlet(v, screen);
-      cell["outlets"] = outlets;
-    });
+    cell["reuse"] = c.reuseIdentifier();
+    cell["selected"] = c.isSelected();
+    json outlets = json::object();
+    for (const auto& [name, v] : c.outlets()) outlets[name] = describeOutlet(v, screen);
+    cell["outlets"] = outlets;
     cells.push_back(cell);
+  };
+  bool showing = !screen || screen->appearance() == UIViewController::Appearance::appeared ||
+                 screen->appearance() == UIViewController::Appearance::appearing;
+  if (showing) {
+    for (long row = 0; row < count; ++row) {
+      collection.withCellForRow({0, row}, [&](UICollectionViewCell& c) { describeCell(row, c); });
+    }
+  } else {
+    for (const auto& path : collection.indexPathsForVisibleItems()) {
+      if (auto c = collection.cellForItemAtIndexPath(path); c && path.section == 0) describeCell(path.item, *c);
+    }
   }
   out["cells"] = cells;
   return out;

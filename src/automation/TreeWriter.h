@@ -37,7 +37,8 @@ class TreeWriter {
   static nlohmann::json describeOutlet(const std::shared_ptr<NSObject>& object,
                                        const UIViewController* screen = nullptr);
   // A collection: tag, count, selected rows, the tap recogniser's state, and every row's cell as
-  // the data source fills it now.
+  // the data source fills it now — on a screen that is showing. A covered screen's data source is
+  // not asked (the platform would not ask it either); its cells are those last laid out.
   static nlohmann::json describeCollection(UICollectionView& collection, const UIViewController* screen);
   static nlohmann::json tree(double now);
 };
