@@ -58,6 +58,7 @@ SceneBase {
         Rectangle {
             parent: header.bar
             anchors.fill: parent
+            z: 5
             color: Theme.background
             visible: root.selectionBar && !root.selectionBar.hidden
             MouseArea { anchors.fill: parent }
