@@ -155,6 +155,7 @@ SceneBase {
 
     CollectionGrid {
         id: grid
+        objectName: "albumsGrid"
         view: root.collection
         anchors.top: pathBar.bottom
         anchors.bottom: adSlot.top
