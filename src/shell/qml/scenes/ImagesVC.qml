@@ -68,9 +68,9 @@ SceneBase {
                 visible: root.closeView && !root.closeView.hidden
             }
             Row {
-                anchors.right: parent.right; anchors.rightMargin: 10
+                anchors.right: parent.right; anchors.rightMargin: 14
                 height: parent.height
-                spacing: 6
+                spacing: 8
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: root.selectAll && !root.selectAll.hidden
@@ -81,6 +81,7 @@ SceneBase {
                 }
                 Checkmark {
                     anchors.verticalCenter: parent.verticalCenter
+                    implicitWidth: 26; implicitHeight: 26
                     width: 26; height: 26
                     mark: root.selectAllMark ? root.selectAllMark.state : ({})
                 }
