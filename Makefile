@@ -3,7 +3,7 @@ PRESET_DIR := build/default
 FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps configure build test run bench test-asan test-tsan fuzz format clean
+.PHONY: all deps configure build test run run-headless bench test-asan test-tsan fuzz format clean
 
 all: build
 
@@ -20,6 +20,9 @@ test: build
 	@ctest --preset default -j $(JOBS)
 
 run: build
+	@$(PRESET_DIR)/src/shell/nimbrel
+
+run-headless: build
 	@./tools/run-headless-demo.sh
 
 bench: configure

@@ -6,6 +6,7 @@
 #include "app/core/AppData.h"
 #include "app/core/BasicMethod.h"
 #include "app/core/Constant.h"
+#include "automation/CollectionTouch.h"
 #include "automation/TreeWriter.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/av/AVPlayer.h"
@@ -193,43 +194,15 @@ json AutomationSession::touch(const json& request, bool longPress) {
   std::string name = stringField(request, "collection");
   auto collection = std::dynamic_pointer_cast<UICollectionView>(screen->outlet(name));
   if (!collection) return failure(TreeWriter::screenId(*screen) + " has no collection \"" + name + "\"");
-  collection->layoutSubviews();
   auto rowField = request.find("row");
   if (rowField == request.end()) return failure("a touch needs a \"row\" (a number, or null for the gap)");
-  std::optional<NSIndexPath> path;
-  CGPoint point;
-  if (rowField->is_null()) {
-    // Below the last row: a place in the collection where no cell is.
-    point = {1, std::max(collection->contentSize().height, 0.0) + 1};
-  } else if (rowField->is_number_integer()) {
-    long row = rowField->get<long>();
-    long count = collection->numberOfItemsInSection(0);
-    if (row < 0 || row >= count) {
-      return failure("row " + std::to_string(row) + " is not in the collection (" + std::to_string(count) + " rows)");
-    }
-    path = NSIndexPath{0, row};
-    point = collection->centerOfItemAtIndexPath(*path);
-  } else {
+  std::optional<long> row;
+  if (rowField->is_number_integer()) {
+    row = rowField->get<long>();
+  } else if (!rowField->is_null()) {
     return failure("\"row\" must be a number or null");
   }
-  auto recognizerOfKind = [&](bool wantLongPress) -> std::shared_ptr<UIGestureRecognizer> {
-    for (const auto& g : collection->gestureRecognizers()) {
-      bool isLong = std::dynamic_pointer_cast<UILongPressGestureRecognizer>(g) != nullptr;
-      bool isTap = std::dynamic_pointer_cast<UITapGestureRecognizer>(g) != nullptr;
-      if (g->isEnabled() && ((wantLongPress && isLong) || (!wantLongPress && isTap))) return g;
-    }
-    return nullptr;
-  };
-  if (longPress) {
-    auto recognizer = recognizerOfKind(true);
-    if (!recognizer) return failure("the collection has no long-press recogniser in place");
-    recognizer->recognize(UIGestureRecognizerState::began, point);
-    recognizer->recognize(UIGestureRecognizerState::ended, point);
-  } else if (auto recognizer = recognizerOfKind(false)) {
-    recognizer->recognize(UIGestureRecognizerState::ended, point);
-  } else if (path) {
-    collection->userTapItemAtIndexPath(*path);
-  }
+  if (auto why = touchCollection(*collection, row, longPress)) return failure(*why);
   host_.settle();
   return success();
 }

@@ -30,7 +30,10 @@ namespace nimbrel::sim {
 
 namespace fs = std::filesystem;
 
-SimPlatform::SimPlatform(Fixture fixture) : loop_(fixture.now), fixture_(std::move(fixture)) {
+SimPlatform::SimPlatform(Fixture fixture, RunLoopChoice choice)
+    : loop_(choice == RunLoopChoice::own ? std::make_unique<ManualRunLoop>(fixture.now) : nullptr),
+      fixture_(std::move(fixture)) {
+  if (!loop_ && !RunLoop::hasCurrent()) fatalError("the simulator was asked to use a run loop, but none is installed");
   resetPlatformState();
   makeHome();
   setApplicationHomeDirectory(home_);
@@ -64,6 +67,11 @@ SimPlatform::~SimPlatform() {
     std::error_code ec;
     fs::remove_all(home_, ec);
   }
+}
+
+ManualRunLoop& SimPlatform::runLoop() {
+  if (!loop_) fatalError("the simulator runs on the installed run loop, not a manual one");
+  return *loop_;
 }
 
 void SimPlatform::makeHome() {

@@ -17,12 +17,16 @@ namespace nimbrel::sim {
 // the temporary home.
 class SimPlatform {
  public:
-  explicit SimPlatform(Fixture fixture);
+  // Which run loop the run uses: its own virtual-time loop, or the one already installed (a
+  // front end with a real event loop).
+  enum class RunLoopChoice { own, installed };
+  explicit SimPlatform(Fixture fixture, RunLoopChoice choice = RunLoopChoice::own);
   ~SimPlatform();
   SimPlatform(const SimPlatform&) = delete;
   SimPlatform& operator=(const SimPlatform&) = delete;
 
-  ManualRunLoop& runLoop() { return loop_; }
+  // The platform's own loop; the process ends when it runs on the installed one.
+  ManualRunLoop& runLoop();
   const Fixture& fixture() const { return fixture_; }
   const std::string& home() const { return home_; }
   double startTime() const { return fixture_.now; }
@@ -33,7 +37,7 @@ class SimPlatform {
   void makeHome();
   void placeDocuments();
 
-  ManualRunLoop loop_;
+  std::unique_ptr<ManualRunLoop> loop_;
   Fixture fixture_;
   std::string home_;
   std::shared_ptr<SimCallLog> calls_ = std::make_shared<SimCallLog>();

@@ -1,0 +1,70 @@
+#include "shell/ViewObject.h"
+
+#include <cmath>
+
+#include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UIControl.h"
+#include "platform/uikit/UIScrollView.h"
+#include "shell/CollectionModel.h"
+#include "shell/Snapshot.h"
+
+namespace nimbrel::shell {
+
+ViewObject::ViewObject(std::shared_ptr<NSObject> object, QObject* parent)
+    : QObject(parent), object_(std::move(object)) {
+  state_ = snapshotOf(object_);
+  auto observe = [this](ChangeSignal& signal) {
+    observed_.emplace_back(&signal, signal.observe([this] { refresh(); }));
+  };
+  if (auto view = std::dynamic_pointer_cast<UIView>(object_)) observe(view->changed());
+  if (auto constraint = std::dynamic_pointer_cast<NSLayoutConstraint>(object_)) observe(constraint->changed());
+}
+
+ViewObject::~ViewObject() {
+  for (auto& [signal, token] : observed_) signal->unobserve(token);
+}
+
+QColor ViewObject::titleColor() const {
+  QVariant v = state_.value("titleColor");
+  return v.isValid() ? v.value<QColor>() : QColor(0x1c, 0x1c, 0x1e);
+}
+
+void ViewObject::refresh() {
+  QVariantMap next = snapshotOf(object_);
+  if (next == state_) return;
+  state_ = std::move(next);
+  Q_EMIT changed();
+}
+
+CollectionModel* ViewObject::model() {
+  auto collection = std::dynamic_pointer_cast<UICollectionView>(object_);
+  if (!collection) return nullptr;
+  if (!model_) model_ = new CollectionModel(collection, this);
+  return model_;
+}
+
+bool ViewObject::press() {
+  auto control = std::dynamic_pointer_cast<UIControl>(object_);
+  if (!control || !control->isEnabled() || control->isEffectivelyHidden()) return false;
+  control->sendActionsForControlEvents(UIControlEvents::touchUpInside);
+  return true;
+}
+
+void ViewObject::setContentY(double y) {
+  auto scroll = std::dynamic_pointer_cast<UIScrollView>(object_);
+  if (!scroll) return;
+  // Sub-pixel moves are noise from the shell's own rounding.
+  if (std::abs(scroll->contentOffset().y - y) < 0.25) return;
+  scroll->setContentOffset({scroll->contentOffset().x, y}, false);
+}
+
+void ViewObject::setViewSize(double width, double height) {
+  auto view = std::dynamic_pointer_cast<UIView>(object_);
+  if (!view || width <= 0 || height <= 0) return;
+  CGRect frame = view->frame();
+  if (std::abs(frame.width() - width) < 0.01 && std::abs(frame.height() - height) < 0.01) return;
+  view->setFrame(CGRect{frame.origin, {width, height}});
+}
+
+}  // namespace nimbrel::shell

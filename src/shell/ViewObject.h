@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPointer>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <vector>
+
+#include "platform/foundation/ChangeSignal.h"
+#include "platform/foundation/NSObject.h"
+
+namespace nimbrel::shell {
+
+class CollectionModel;
+
+// One outlet of a screen as QML sees it: notifying properties read from the view object, a press
+// that sends the control's wired actions, and the layout facts that flow back (size, scroll).
+class ViewObject : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("made by the screens")
+  Q_PROPERTY(bool valid READ valid CONSTANT)
+  Q_PROPERTY(QString type READ type NOTIFY changed)
+  Q_PROPERTY(bool hidden READ hidden NOTIFY changed)
+  Q_PROPERTY(double alpha READ alpha NOTIFY changed)
+  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(QColor textColor READ textColor NOTIFY changed)
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QColor titleColor READ titleColor NOTIFY changed)
+  Q_PROPERTY(QString image READ image NOTIFY changed)
+  Q_PROPERTY(bool selected READ selected NOTIFY changed)
+  Q_PROPERTY(bool enabled READ enabled NOTIFY changed)
+  Q_PROPERTY(double constant READ constant NOTIFY changed)
+  Q_PROPERTY(double fontSize READ fontSize NOTIFY changed)
+  Q_PROPERTY(bool bold READ bold NOTIFY changed)
+  Q_PROPERTY(double contentY READ contentY NOTIFY changed)
+  Q_PROPERTY(int tag READ tag NOTIFY changed)
+  Q_PROPERTY(QVariantList nativeAds READ nativeAds NOTIFY changed)
+  Q_PROPERTY(QVariantMap state READ state NOTIFY changed)
+  Q_PROPERTY(nimbrel::shell::CollectionModel* model READ model CONSTANT)
+
+ public:
+  explicit ViewObject(std::shared_ptr<NSObject> object, QObject* parent = nullptr);
+  ~ViewObject() override;
+
+  bool valid() const { return object_ != nullptr; }
+  QString type() const { return state_.value("type").toString(); }
+  bool hidden() const { return !object_ || state_.value("hidden").toBool(); }
+  double alpha() const { return state_.value("alpha", 1.0).toDouble(); }
+  QString text() const { return state_.value("text").toString(); }
+  QColor textColor() const { return state_.value("textColor", QColor(Qt::black)).value<QColor>(); }
+  QString title() const { return state_.value("title").toString(); }
+  QColor titleColor() const;
+  QString image() const { return state_.value("image").toString(); }
+  bool selected() const { return state_.value("selected").toBool(); }
+  bool enabled() const { return state_.value("enabled", true).toBool(); }
+  double constant() const { return state_.value("constant").toDouble(); }
+  double fontSize() const { return state_.value("fontSize", 17.0).toDouble(); }
+  bool bold() const { return state_.value("bold").toBool(); }
+  double contentY() const { return state_.value("contentY").toDouble(); }
+  int tag() const { return state_.value("tag").toInt(); }
+  QVariantList nativeAds() const { return state_.value("nativeAds").toList(); }
+  QVariantMap state() const { return state_; }
+  CollectionModel* model();
+
+  // A person lifts a finger inside the control: its wired touch-up-inside actions run.
+  Q_INVOKABLE bool press();
+  // The content moved to `y` (a person's scroll), as the scroll view's offset.
+  Q_INVOKABLE void setContentY(double y);
+  // The size the shell gave the view; collections lay out again for it.
+  Q_INVOKABLE void setViewSize(double width, double height);
+
+  const std::shared_ptr<NSObject>& object() const { return object_; }
+  // Reads the view again; emits `changed` when what a person sees differs.
+  void refresh();
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  std::shared_ptr<NSObject> object_;
+  QVariantMap state_;
+  std::vector<std::pair<ChangeSignal*, ChangeSignal::Token>> observed_;
+  QPointer<CollectionModel> model_;
+};
+
+}  // namespace nimbrel::shell

@@ -1,0 +1,101 @@
+#include "shell/AppBridge.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+#include "platform/PlatformState.h"
+#include "platform/libs/SVProgressHUD.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIStoryboard.h"
+#include "shell/QtRunLoop.h"
+
+namespace nimbrel::shell {
+namespace {
+
+class AppBridgeTest : public ::testing::Test {
+ protected:
+  AppBridgeTest() {
+    resetPlatformState();
+    root->setStoryboardIdentifier("Root");
+    UIStoryboard::setInitialScene("T", [this] {
+      return std::static_pointer_cast<UIViewController>(UINavigationController::withRoot(root));
+    });
+    UIApplication::sharedApplication().launch(nullptr, "T");
+    loop_.settle();
+  }
+  ~AppBridgeTest() override {
+    resetPlatformState();
+    RunLoop::install(previous_);
+  }
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
+
+  QtRunLoop loop_{0.0};
+  RunLoop* previous_ = RunLoop::install(&loop_);
+  std::shared_ptr<UIViewController> root = std::make_shared<UIViewController>();
+};
+
+TEST_F(AppBridgeTest, APushedScreenJoinsTheListAndAPoppedOneLeavesAfterItsExit) {
+  AppBridge bridge;
+  ASSERT_EQ(bridge.screens()->count(), 1);
+  EXPECT_EQ(bridge.screens()->at(0)->screenId(), "Root");
+  auto next = std::make_shared<UIViewController>();
+  next->setStoryboardIdentifier("Next");
+  nav()->pushViewController(next, true);
+  loop_.settle();
+  ASSERT_EQ(bridge.screens()->count(), 2);
+  EXPECT_EQ(bridge.screens()->top()->screenId(), "Next");
+  EXPECT_EQ(bridge.screens()->top()->presentation(), "push");
+  nav()->popViewControllerAnimated(true);
+  loop_.settle();
+  ASSERT_EQ(bridge.screens()->count(), 2);  // still there, leaving
+  EXPECT_TRUE(bridge.screens()->at(1)->leaving());
+  EXPECT_EQ(bridge.screens()->top()->screenId(), "Root");
+  loop_.runFor(0.6);
+  EXPECT_EQ(bridge.screens()->count(), 1);
+}
+
+TEST_F(AppBridgeTest, ThePresentedScreenIsModalWithItsStyle) {
+  AppBridge bridge;
+  auto modal = std::make_shared<UIViewController>();
+  modal->setModalPresentationStyle(UIModalPresentationStyle::overFullScreen);
+  root->presentViewController(modal, true, nullptr);
+  loop_.settle();
+  ASSERT_EQ(bridge.screens()->count(), 2);
+  EXPECT_EQ(bridge.screens()->top()->presentation(), "modal");
+  EXPECT_EQ(bridge.screens()->top()->modalStyle(), 5);
+  // Escape: no back button there, so the modal screen is dismissed.
+  EXPECT_TRUE(bridge.back());
+  loop_.settle();
+  EXPECT_EQ(bridge.screens()->top()->screenId(), "Root");
+}
+
+TEST_F(AppBridgeTest, EscapeUsesTheScreensOwnBackAndNeverPopsAScreenWithoutOne) {
+  AppBridge bridge;
+  auto next = std::make_shared<UIViewController>();
+  nav()->pushViewController(next, false);
+  loop_.settle();
+  EXPECT_FALSE(bridge.back());
+  EXPECT_EQ(nav()->viewControllers().size(), 2u);
+  int backs = 0;
+  next->registerAction("onBackBtn:", [&](const std::shared_ptr<NSObject>&) { ++backs; });
+  EXPECT_TRUE(bridge.back());
+  EXPECT_EQ(backs, 1);
+}
+
+TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {
+  AppBridge bridge;
+  EXPECT_FALSE(bridge.hudVisible());
+  SVProgressHUD::showSuccessWithStatus("Mark as Favourite....");
+  loop_.settle();
+  EXPECT_TRUE(bridge.hudVisible());
+  EXPECT_EQ(bridge.hudKind(), "success");
+  EXPECT_EQ(bridge.hudStatus(), "Mark as Favourite....");
+}
+
+}  // namespace
+}  // namespace nimbrel::shell

@@ -1,0 +1,147 @@
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include "platform/libs/DYPieChartView.h"
+#include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UIViewController.h"
+#include "shell/ImageStore.h"
+#include "shell/QtRunLoop.h"
+#include "shell/Snapshot.h"
+#include "shell/ViewObject.h"
+
+namespace nimbrel::shell {
+namespace {
+
+class BridgeTest : public ::testing::Test {
+ protected:
+  QtRunLoop loop_{0.0};
+  RunLoop* previous_ = RunLoop::install(&loop_);
+  ~BridgeTest() override { RunLoop::install(previous_); }
+};
+
+TEST_F(BridgeTest, ALabelShowsItsTextColourAndVisibility) {
+  auto label = std::make_shared<UILabel>();
+  label->setText(std::string("73.2 GB / 128 GB"));
+  label->setTextColor(UIColor::rgba(1, 0, 0));
+  label->setHidden(true);
+  ViewObject view(label);
+  EXPECT_EQ(view.type(), "UILabel");
+  EXPECT_EQ(view.text(), "73.2 GB / 128 GB");
+  EXPECT_EQ(view.textColor().name(), "#ff0000");
+  EXPECT_TRUE(view.hidden());
+}
+
+TEST_F(BridgeTest, AChangeIsToldOnceAndNoChangeNotAtAll) {
+  auto label = std::make_shared<UILabel>();
+  ViewObject view(label);
+  QSignalSpy spy(&view, &ViewObject::changed);
+  label->setText(std::string("a"));
+  EXPECT_EQ(spy.count(), 1);
+  EXPECT_EQ(view.text(), "a");
+  label->setText(std::string("a"));  // the platform tells, nothing a person sees differs
+  EXPECT_EQ(spy.count(), 1);
+  label->setHidden(true);
+  EXPECT_EQ(spy.count(), 2);
+}
+
+TEST_F(BridgeTest, AConstraintsConstantFollows) {
+  auto constraint = std::make_shared<NSLayoutConstraint>();
+  constraint->setConstant(120);
+  ViewObject view(constraint);
+  QSignalSpy spy(&view, &ViewObject::changed);
+  constraint->setConstant(50);
+  EXPECT_EQ(spy.count(), 1);
+  EXPECT_DOUBLE_EQ(view.constant(), 50);
+}
+
+TEST_F(BridgeTest, APressSendsTheWiredActionsUnlessDisabledOrHidden) {
+  auto controller = std::make_shared<UIViewController>();
+  int presses = 0;
+  controller->registerAction("onImagesBtn:", [&](const std::shared_ptr<NSObject>&) { ++presses; });
+  auto button = std::make_shared<UIButton>();
+  button->addTarget(controller, "onImagesBtn:", UIControlEvents::touchUpInside);
+  ViewObject view(button);
+  EXPECT_TRUE(view.press());
+  EXPECT_EQ(presses, 1);
+  button->setEnabled(false);
+  EXPECT_FALSE(view.press());
+  button->setEnabled(true);
+  button->setHidden(true);
+  EXPECT_FALSE(view.press());
+  EXPECT_EQ(presses, 1);
+}
+
+TEST_F(BridgeTest, AnOutletThatIsMissingIsHiddenAndPressesNothing) {
+  ViewObject view(nullptr);
+  EXPECT_FALSE(view.valid());
+  EXPECT_TRUE(view.hidden());
+  EXPECT_FALSE(view.press());
+}
+
+TEST_F(BridgeTest, PicturesBecomeAddressesTheProviderAnswers) {
+  auto& store = ImageStore::shared();
+  EXPECT_EQ(store.urlFor(UIImage::named("icon_pdf")), "image://nimbrel/asset/icon_pdf");
+  EXPECT_EQ(store.urlFor(std::nullopt), "");
+  QString file = store.urlFor(UIImage::withPixels({400, 300, {}, "/nowhere/IMG_1.JPG"}));
+  EXPECT_TRUE(file.startsWith("image://nimbrel/file/400x300/")) << file.toStdString();
+  // Not a real picture: a tile of the same shape.
+  QImage tile = store.render(file.mid(QString("image://nimbrel/").size()), QSize(200, 0));
+  ASSERT_FALSE(tile.isNull());
+  EXPECT_EQ(tile.width(), 200);
+  EXPECT_EQ(tile.height(), 150);
+  // Pixels in memory come back as they are.
+  UIImage::Pixels red{2, 1, {255, 0, 0, 255, 255, 0, 0, 255}, ""};
+  QString raw = store.urlFor(UIImage::withPixels(red));
+  QImage image = store.render(raw.mid(QString("image://nimbrel/").size()), QSize());
+  ASSERT_FALSE(image.isNull());
+  EXPECT_EQ(image.pixelColor(0, 0), QColor(255, 0, 0));
+}
+
+TEST_F(BridgeTest, TheSamePixelsKeepTheirAddressAndOldOnesAreForgotten) {
+  auto& store = ImageStore::shared();
+  UIImage first = UIImage::withPixels({3, 3, std::vector<std::uint8_t>(36, 7), ""});
+  QString a = store.urlFor(first);
+  EXPECT_EQ(store.urlFor(first), a);
+  for (size_t i = 0; i < ImageStore::kCapacity + 10; ++i) store.urlFor(UIImage::withPixels({1, 1, {0, 0, 0, 255}, ""}));
+  EXPECT_LE(store.rememberedCount(), ImageStore::kCapacity);
+  // Forgotten, the address still gives a picture of its shape.
+  QImage again = store.render(a.mid(QString("image://nimbrel/").size()), QSize(30, 0));
+  EXPECT_EQ(again.size(), QSize(30, 30));
+}
+
+TEST_F(BridgeTest, EveryAssetTheBehaviourNamesHasADrawing) {
+  const char* names[] = {"icon_folder", "icon_zip", "icon_pdf", "icon_document", "icon_ppt", "icon_xls",
+                         "icon_images", "icon_videofile", "icon_music1", "file_other", "ic_music_placeholder",
+                         "grid", "list", "ic_fav", "ic_unfav", "play", "pause", "ic_menu", "ic_back", "ic_close",
+                         "ic_share", "ic_delete", "ic_info", "home_images", "home_videos", "home_audio",
+                         "home_documents", "home_recent", "home_favourites", "home_storage", "ic_privacy",
+                         "ic_terms", "ic_rate", "info", "success", "error"};
+  for (const char* name : names) {
+    EXPECT_TRUE(ImageStore::hasAsset(name)) << name;
+    QImage image = ImageStore::renderAsset(name, QSize(48, 48));
+    EXPECT_EQ(image.size(), QSize(48, 48)) << name;
+    bool painted = false;
+    for (int y = 0; y < image.height() && !painted; ++y)
+      for (int x = 0; x < image.width() && !painted; ++x) painted = qAlpha(image.pixel(x, y)) > 0;
+    EXPECT_TRUE(painted) << name << " draws nothing";
+  }
+}
+
+TEST_F(BridgeTest, ARingChartShowsItsColoursAndLastValues) {
+  auto pie = std::make_shared<DYPieChartView>();
+  pie->setSectorColors({UIColor::rgba(1, 0, 0), UIColor::rgba(0, 0, 1)});
+  pie->animateToScaleValues({0.2, 0.8}, 0);
+  pie->animateToScaleValues({0.6, 0.4}, 2.0);
+  QVariantMap s = snapshotOf(pie);
+  EXPECT_EQ(s["sectorColors"].toList().size(), 2);
+  EXPECT_EQ(s["sectorColors"].toList()[1].value<QColor>().name(), "#0000ff");
+  EXPECT_DOUBLE_EQ(s["scaleValues"].toList()[0].toDouble(), 0.6);
+  EXPECT_DOUBLE_EQ(s["duration"].toDouble(), 2.0);
+}
+
+}  // namespace
+}  // namespace nimbrel::shell
