@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 #include "app/core/AppData.h"
 #include "app/core/ApplicationMain.h"
@@ -194,6 +196,58 @@ TEST_F(StorageAnalysisVCTest, ALateVideoAnswerResetsTheRemainderToItsOwnTerm) {
   float video = runShareOf(47), images = runShareOf(82);
   expectScale(*s, {video, images, 0, 0, 1.0f - video});
   EXPECT_EQ(s->pieChartView->sectorColors(), colours(*s, {0, 1}));
+}
+
+TEST_F(StorageAnalysisVCTest, VideoAnswersOnSeveralThreadsAtOnceAddUpExactly) {
+  std::string videos;
+  std::int64_t sum = 0;
+  for (int i = 0; i < 40; ++i) {
+    videos += R"({"id": "V)" + std::to_string(i) + R"(/L0/001", "mediaType": 2, "fileSize": )" +
+              std::to_string(1'000'003 + i) + "},";
+    sum += 1'000'003 + i;
+  }
+  auto s = open(R"({"permissions": {"photos": 3, "music": 3}, "photos": {"assets": [)" + videos +
+                    R"({"id": "P1/L0/001"}]}})",
+                false);
+  loop().runMainUntilIdle();
+  loop().runBackgroundTask(0);  // photo permission: the video step
+  loop().runBackgroundTask(0);  // the request loop
+  ASSERT_EQ(loop().pendingBackgroundCount(), 40u);
+  // The platform answers on queues of its own: four threads take ten answers each.
+  std::vector<std::thread> answering;
+  for (int t = 0; t < 4; ++t) {
+    answering.emplace_back([this] {
+      for (int i = 0; i < 10; ++i) loop().runBackgroundTask(0);
+    });
+  }
+  for (auto& t : answering) t.join();
+  at(1.0);
+  EXPECT_EQ(AppData::shared()->videoSpace, sum);
+  EXPECT_EQ(s->lblVideo->text(), "38.15 MB");
+}
+
+TEST_F(StorageAnalysisVCTest, TheImageLoopRunsBesideTheMainThreadsUpdates) {
+  std::string assets;
+  for (int i = 0; i < 2000; ++i) assets += std::string(i ? "," : "") + R"({"id": "P)" + std::to_string(i) + R"(/L0/001", "fileSize": 1000})";
+  auto s = open(R"({"permissions": {"photos": 3, "music": 3}, "photos": {"assets": [)" + assets + "]}}", false);
+  loop().runMainUntilIdle();
+  loop().runBackgroundTask(0);  // photo permission: the video step
+  loop().runBackgroundTask(0);  // no videos: straight on to the image step
+  loop().runMainUntilIdle();
+  ASSERT_EQ(loop().pendingBackgroundCount(), 1u);
+  std::atomic<bool> done{false};
+  std::thread sizing([&] {
+    loop().runBackgroundTask(0);
+    done = true;
+  });
+  // Once the loop has left the queue, time moves on the main thread, so that the earliest updates
+  // draw while the loop still adds.
+  while (loop().pendingBackgroundCount() != 0) std::this_thread::yield();
+  while (!done) advance(0.001);
+  sizing.join();
+  advance(1.0);
+  EXPECT_EQ(AppData::shared()->imagesSpace.bytes, 2'000'000) << "the last update reads the whole sum";
+  EXPECT_EQ(s->lblImages->text(), "1.91 MB");
 }
 
 TEST_F(StorageAnalysisVCTest, ASecondVisitAfterAClosedRunTakesTheFastPathWithoutAsking) {
