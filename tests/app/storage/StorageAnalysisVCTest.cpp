@@ -198,6 +198,38 @@ TEST_F(StorageAnalysisVCTest, ALateVideoAnswerResetsTheRemainderToItsOwnTerm) {
   EXPECT_EQ(s->pieChartView->sectorColors(), colours(*s, {0, 1}));
 }
 
+TEST_F(StorageAnalysisVCTest, OnlyAVideoAnsweredWithAFileCountsAsVideo) {
+  struct Row {
+    const char* answer;
+    std::int64_t video;
+    const char* label;
+  };
+  for (auto [answer, video, label] : {Row{"url", 50'000'000, "47.68 MB"}, Row{"composition", 0, "--"}, Row{"none", 0, "--"}}) {
+    SCOPED_TRACE(answer);
+    auto s = open(std::string(R"({"permissions": {"photos": 3, "music": 3}, "photos": {"assets": [
+        {"id": "V1/L0/001", "mediaType": 2, "fileSize": 50000000, "video": ")") + answer + R"("}]}})");
+    at(13.0);
+    EXPECT_EQ(AppData::shared()->videoSpace, video);
+    EXPECT_EQ(s->lblVideo->text(), label);
+    EXPECT_EQ(AppData::shared()->imagesSpace.bytes, 50'000'000) << "the image step counts every asset";
+    EXPECT_EQ(s->pieChartView->sectorColors()[0], video ? s->videoColor : s->defaultColor);
+    platform.reset();
+  }
+}
+
+TEST_F(StorageAnalysisVCTest, LeavingDoesNotStopARunAndAVisitDuringItStartsASecond) {
+  auto first = open(library());
+  closeAndSettle(*first);
+  auto asks = requests("photos");
+  at(0.5);
+  auto second = openAgain();
+  EXPECT_EQ(requests("photos"), asks + 1) << "the fields are still 0: a second run";
+  advance(13.0);
+  EXPECT_EQ(first->lblOther->text(), "81.82 GB") << "the first run closed on its dismissed screen";
+  EXPECT_EQ(second->lblOther->text(), "81.82 GB");
+  EXPECT_EQ(AppData::shared()->otherSpace, kOther);
+}
+
 TEST_F(StorageAnalysisVCTest, VideoAnswersOnSeveralThreadsAtOnceAddUpExactly) {
   std::string videos;
   std::int64_t sum = 0;
