@@ -375,6 +375,21 @@ TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsed) {
   EXPECT_FALSE(home->TitleView->isHidden());
 }
 
+TEST_F(HomeViewControllerTest, AHeaderCollapsedWhenTheUserLeftExpandsAgainAfterTheReturn) {
+  auto home = launchHome();
+  // Given the header collapsed by a scroll when another screen is pushed
+  home->mainScrollView->setContentOffset({0, 200});
+  ASSERT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  comeBack();
+  // When the user scrolls back to the top on return
+  home->mainScrollView->setContentOffset({0, 0});
+  // Then the header grows to its full height and the title shows again
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
+  EXPECT_FALSE(home->TitleView->isHidden());
+  EXPECT_EQ(home->HEADERView->collapsingConstraint(), home->heightOfHeaderViewConstant);
+  EXPECT_EQ(home->HEADERView->delegate().get(), static_cast<MGCollapsingHeaderDelegate*>(home.get()));
+}
+
 TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
   auto home = launchHome(R"({"ads": {"applovin": {"native": "fill"}}})");
   auto rendered = [&] {
