@@ -111,7 +111,7 @@ TEST_F(StorageAnalysisVCTest, TheVolumeLabelsTruncateTheUsedShareAndQuoteTheImpo
        "26.1 GB  of 100 GB available"},
       {R"({"size": 128000000000, "free": 40000000000, "importantAvailable": 45000000000})", "64.0%\nUsed",
        "45 GB  of 128 GB available"},
-      // Free and important capacity differ; the labels each use their own.
+      // Nothing used.
       {R"({"size": 64000000000, "free": 64000000000, "importantAvailable": 64000000000})", "0.0%\nUsed",
        "64 GB  of 64 GB available"},
   };
