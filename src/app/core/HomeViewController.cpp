@@ -56,7 +56,11 @@ void HomeViewController::setUpHeader() {
   HEADERView->setDelegate(std::shared_ptr<MGCollapsingHeaderDelegate>(self));
   HEADERView->setAlwaysCollapse(true);
   HEADERView->setMinimumHeaderHeight(50.0);
-  HEADERView->setCollapsingConstraint(heightOfHeaderViewConstant);
+  // Handing the same constraint over again would make the header take a collapsed height for its
+  // full one, and it would never expand after a return.
+  if (HEADERView->collapsingConstraint() != heightOfHeaderViewConstant) {
+    HEADERView->setCollapsingConstraint(heightOfHeaderViewConstant);
+  }
   recentFileCollectionView->setDataSource(std::shared_ptr<UICollectionViewDataSource>(self));
   recentFileCollectionView->setDelegate(std::shared_ptr<UICollectionViewDelegate>(self));
 }

@@ -1,0 +1,428 @@
+#include "app/core/HomeViewController.h"
+
+#include <gtest/gtest.h>
+
+#include "app/core/AppData.h"
+#include "app/core/ApplicationMain.h"
+#include "app/core/BasicMethod.h"
+#include "app/core/RecentFilesCollectionViewCell.h"
+#include "app/SimTest.h"
+#include "app/VC/PopupMenu.h"
+#include "app/media/Fetch.h"
+#include "app/media/ImagesVC.h"
+#include "app/storage/StorageAnalysisVC.h"
+#include "app/core/SettingVC.h"
+#include "platform/ads/MANativeAdView.h"
+#include "platform/libs/SVProgressHUD.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+
+namespace nimbrel {
+namespace {
+
+// One stored recent record as the fixture writes it.
+std::string recent(const std::string& url, const std::string& filetype, int openedAt = 100) {
+  return R"({"url": ")" + url + R"(", "openingDate": )" + std::to_string(openedAt) + R"(, "filetype": ")" + filetype +
+         "\"}";
+}
+
+std::string docs(int n) {
+  std::string out;
+  for (int i = 0; i < n; ++i) out += (i ? "," : "") + recent("file:///d" + std::to_string(i) + ".pdf", "docs", 100 - i);
+  return out;
+}
+
+// What a person sees of one strip cell.
+struct CellLook {
+  std::string image;
+  std::optional<std::string> name;
+  bool nameHidden = false;
+  bool moreShown = false;
+  double cornerRadius = 0;
+  std::optional<UIColor> background;
+};
+
+class HomeViewControllerTest : public testing::SimTest {
+ protected:
+  // Launches on the fixture and waits until the splash has handed over to the home screen.
+  std::shared_ptr<HomeViewController> launchHome(const std::string& fixture = "{}") {
+    start(fixture);
+    NimbrelApplicationMain();
+    advance(6);
+    auto home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
+    EXPECT_TRUE(home);
+    return home;
+  }
+  std::string withRecents(const std::string& records, const std::string& extra = "") {
+    return R"({"now": "2026-11-22T10:00:00Z", )" + extra + R"("preferences": {"recentFiles": [)" + records + "]}}";
+  }
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
+  std::vector<std::string> stack() {
+    std::vector<std::string> out;
+    for (const auto& vc : nav()->viewControllers()) out.push_back(vc->className());
+    return out;
+  }
+  // Another screen is pushed over the home screen and popped again.
+  void comeBack() {
+    nav()->pushViewController(std::make_shared<UIViewController>(), false);
+    settle();
+    nav()->popViewControllerAnimated(false);
+    settle();
+  }
+  CellLook cellAt(HomeViewController& home, long row) {
+    CellLook look;
+    home.recentFileCollectionView->withCellForRow({0, row}, [&](UICollectionViewCell& c) {
+      auto& cell = dynamic_cast<RecentFilesCollectionViewCell&>(c);
+      look.image = cell.fileImg->image() ? cell.fileImg->image()->describe() : "none";
+      look.name = cell.fileName->text();
+      look.nameHidden = cell.fileName->isHidden();
+      look.moreShown = !cell.moreFilesView->isHidden();
+      look.cornerRadius = cell.fileImg->layer().cornerRadius;
+      look.background = cell.backgroundColor();
+    });
+    return look;
+  }
+  std::vector<long> rowsWithMoreMark(HomeViewController& home) {
+    std::vector<long> rows;
+    long count = home.recentFileCollectionView->numberOfItemsInSection(0);
+    for (long row = 0; row < count; ++row) {
+      if (cellAt(home, row).moreShown) rows.push_back(row);
+    }
+    return rows;
+  }
+  void press(UIViewController& screen, const std::string& selector, const std::string& sender = "") {
+    screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
+  }
+};
+
+TEST_F(HomeViewControllerTest, TheStorageLineIsUsedOverCapacityFromTheVolumeFigures) {
+  struct Row {
+    const char* volume;
+    const char* line;
+  };
+  const Row rows[] = {
+      {R"({"size": 128000000000, "free": 40000000000, "importantAvailable": 45000000000})", "83 GB / 128 GB"},
+      {R"({"size": 64000000000, "free": 1000000000, "importantAvailable": 100000000})", "63.9 GB / 64 GB"},
+      // An unreadable size counts as 0 and the line is still built.
+      {R"({"size": null, "free": 1000000000, "importantAvailable": 2000000000})", "-2 GB / 0 B"},
+  };
+  for (const auto& row : rows) {
+    auto home = launchHome(std::string(R"({"volume": )") + row.volume + "}");
+    EXPECT_EQ(home->lblInternalStorage->text(), row.line) << row.volume;
+    platform.reset();
+  }
+}
+
+TEST_F(HomeViewControllerTest, AFreshInstallLeavesTheStripViewAsLaidOutUntilAFirstRecentIsStored) {
+  // Given no stored list at all
+  auto home = launchHome();
+  ASSERT_FALSE(defaults().valueForKey(kRecentFilesKey));
+  // Then the strip's view stands as the scene made it and the strip was never reloaded
+  EXPECT_FALSE(home->recentFilesView->isHidden());
+  EXPECT_EQ(home->recentFileCollectionView->reloadCount(), 0);
+  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 0);
+
+  // When an item is opened elsewhere and the user comes back
+  addRecentFile(*URL::withString("file:///report.pdf"), FileType::docs);
+  comeBack();
+  // Then the strip shows it
+  EXPECT_FALSE(home->recentFilesView->isHidden());
+  EXPECT_EQ(home->recentFileCollectionView->reloadCount(), 1);
+  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 1);
+  EXPECT_EQ(cellAt(*home, 0).image, "icon_pdf");
+}
+
+TEST_F(HomeViewControllerTest, TheStripReadsTheStoredListFoldedAtEachAppearance) {
+  auto home = launchHome(withRecents(recent("file:///a.pdf", "docs", 30) + "," + recent("file:///a.pdf", "docs", 20)));
+  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 1);
+  // A list changed behind the screen's back is read again on return.
+  saveRecentFiles({File{*URL::withString("file:///b.txt"), Date::now(), FileType::docs},
+                   File{*URL::withString("file:///c.zip"), Date::now(), FileType::docs}});
+  comeBack();
+  ASSERT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 2);
+  EXPECT_EQ(cellAt(*home, 1).image, "icon_zip");
+}
+
+TEST_F(HomeViewControllerTest, ClearingHidesTheStripForGoodAndSaysSoEvenWhenThereWasNothing) {
+  auto home = launchHome(withRecents(docs(4)));
+  ASSERT_FALSE(home->recentFilesView->isHidden());
+  // When "Clear recent files" is chosen
+  press(*home, "onMenuBtn:", "btnMenu");
+  ASSERT_EQ(popupMenuEntries(), (std::vector<std::string>{"Clear recent files", "Storage analysis", "Settings"}));
+  int reloads = home->recentFileCollectionView->reloadCount();
+  pressPopupMenuEntry(0);
+  settle();
+  // Then the list is gone in memory and in the store, and the strip with it
+  EXPECT_TRUE(AppData::shared()->recentFiles.empty());
+  auto stored = loadRecentFiles();
+  ASSERT_TRUE(stored) << "an empty list is stored, not the key removed";
+  EXPECT_TRUE(stored->empty());
+  EXPECT_EQ(home->recentFileCollectionView->reloadCount(), reloads + 1);
+  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 0);
+  EXPECT_TRUE(home->recentFilesView->isHidden());
+  EXPECT_EQ(SVProgressHUD::state().kind, SVProgressHUD::Kind::success);
+  EXPECT_EQ(SVProgressHUD::state().status, "Clear recent data successfully...");
+
+  // And it stays hidden when the screen comes back
+  advance(5);
+  comeBack();
+  EXPECT_TRUE(home->recentFilesView->isHidden());
+
+  // And a second clear of the empty list still says it
+  ASSERT_FALSE(SVProgressHUD::state().visible);
+  press(*home, "onMenuBtn:", "btnMenu");
+  pressPopupMenuEntry(0);
+  settle();
+  EXPECT_TRUE(SVProgressHUD::state().visible);
+  EXPECT_EQ(SVProgressHUD::state().status, "Clear recent data successfully...");
+}
+
+TEST_F(HomeViewControllerTest, TheMoreMarkSitsOnOneRowByIdiomWhateverTheListLength) {
+  struct Row {
+    const char* idiom;
+    double width;
+    int recents;
+    std::vector<long> marked;
+    double side;
+  };
+  const Row rows[] = {
+      {"phone", 390, 10, {3}, 390 * 0.25 + 30},
+      {"pad", 820, 10, {4}, 820.0 / 5 + 30},
+      {"phone", 390, 3, {}, 390 * 0.25 + 30},
+      {"pad", 820, 4, {}, 820.0 / 5 + 30},
+      {"phone", 390, 4, {3}, 390 * 0.25 + 30},
+  };
+  for (const auto& row : rows) {
+    auto device = std::string(R"("device": {"idiom": ")") + row.idiom + R"(", "screen": {"width": )" +
+                  std::to_string(row.width) + R"(, "height": 1000, "scale": 2}}, )";
+    auto home = launchHome(withRecents(docs(row.recents), device));
+    SCOPED_TRACE(std::string(row.idiom) + " with " + std::to_string(row.recents));
+    EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), row.recents) << "no cap";
+    EXPECT_EQ(rowsWithMoreMark(*home), row.marked);
+    auto size = home->recentFileCollectionView->frameForItemAtIndexPath({0, 0}).size;
+    EXPECT_DOUBLE_EQ(size.width, row.side);
+    EXPECT_DOUBLE_EQ(size.height, row.side);
+    platform.reset();
+  }
+}
+
+TEST_F(HomeViewControllerTest, DocumentCellsShowTheIconOfTheExtensionAndKeepTheNameHidden) {
+  struct Row {
+    const char* url;
+    const char* icon;
+    const char* name;
+  };
+  const Row rows[] = {
+      {"file:///x/report.pdf", "icon_pdf", "report.pdf"},
+      {"file:///x/song.m4a", "icon_music1", "song.m4a"},
+      {"file:///x/model.blend", "file_other", "model.blend"},
+      {"file:///x/photo.jpeg", "file_other", "photo.jpeg"},
+      {"file:///x/README", "icon_folder", "README"},
+  };
+  std::string records;
+  for (const auto& row : rows) records += (records.empty() ? "" : ",") + recent(row.url, "docs");
+  auto home = launchHome(withRecents(records));
+  for (long i = 0; i < static_cast<long>(std::size(rows)); ++i) {
+    auto look = cellAt(*home, i);
+    EXPECT_EQ(look.image, rows[i].icon) << rows[i].url;
+    EXPECT_EQ(look.name, rows[i].name) << rows[i].url;
+    EXPECT_TRUE(look.nameHidden);
+    EXPECT_EQ(look.cornerRadius, 25);
+    EXPECT_EQ(look.background, std::optional<UIColor>(UIColor::clearColor()));
+  }
+}
+
+TEST_F(HomeViewControllerTest, AVideoRecordedAsAPhotoShowsItsThumbnailLikeAPhoto) {
+  auto home = launchHome(withRecents(
+      recent("assets-library://asset/asset.MOV?id=V1&extMOV", "photo") + "," +
+          recent("assets-library://asset/asset.JPG?id=P1&extJPG", "video"),
+      R"("photos": {"assets": [
+          {"id": "V1/L0/001", "mediaType": 2, "width": 1920, "height": 1080, "filename": "CLIP.MOV"},
+          {"id": "P1/L0/001", "filename": "IMG_7.JPG"}]}, )"));
+  settle();
+  // The 111-point image view at aspect fill: the short side fits, the long one overflows.
+  auto video = cellAt(*home, 0);
+  EXPECT_EQ(video.image, "pixels:197x111");
+  EXPECT_EQ(video.name, "CLIP.MOV");
+  EXPECT_TRUE(video.nameHidden);
+  auto photo = cellAt(*home, 1);
+  EXPECT_EQ(photo.image, "pixels:148x111");
+  EXPECT_EQ(photo.name, "IMG_7.JPG");
+}
+
+TEST_F(HomeViewControllerTest, AReusedCellKeepsItsLatestThumbnailRequestInTheTag) {
+  auto home = launchHome(withRecents(recent("assets-library://asset/asset.JPG?id=P1&extJPG", "photo"),
+                                     R"("photos": {"assets": [{"id": "P1/L0/001"}]}, )"));
+  auto& strip = *home->recentFileCollectionView;
+  strip.layoutSubviews();
+  auto cell = std::dynamic_pointer_cast<RecentFilesCollectionViewCell>(strip.cellForItemAtIndexPath({0, 0}));
+  ASSERT_TRUE(cell);
+  long first = cell->fileImg->tag();
+  EXPECT_NE(first, 0);
+  comeBack();
+  strip.layoutSubviews();
+  ASSERT_EQ(strip.cellForItemAtIndexPath({0, 0}), cell) << "the one cell is reused";
+  EXPECT_GT(cell->fileImg->tag(), first) << "the refill's own request";
+  EXPECT_EQ(cell->fileImg->image()->describe(), "pixels:148x111");
+}
+
+TEST_F(HomeViewControllerTest, MusicCellsShowArtworkOrThePlaceholderAndTheTitle) {
+  auto home = launchHome(withRecents(
+      recent("ipod-library://item/item.mp3?id=1311234567890123", "music") + "," +
+          recent("ipod-library://item/item.mp3?id=2000000000000002", "music"),
+      R"("music": {"songs": [
+          {"persistentID": "1311234567890123", "title": "Blue", "fileSize": 10, "artwork": true},
+          {"persistentID": "2000000000000002", "title": null, "fileSize": 10, "artwork": false}]}, )"));
+  auto withArt = cellAt(*home, 0);
+  EXPECT_EQ(withArt.image, "pixels:111x111") << "artwork at the image view's frame size";
+  EXPECT_EQ(withArt.name, "Blue");
+  EXPECT_TRUE(withArt.nameHidden);
+  auto without = cellAt(*home, 1);
+  EXPECT_EQ(without.image, "ic_music_placeholder");
+  EXPECT_EQ(without.name, "");
+}
+
+TEST_F(HomeViewControllerTest, TappingAnyStripCellOpensNothingAndAddsNothing) {
+  auto home = launchHome(withRecents(docs(6)));
+  auto before = AppData::shared()->recentFiles;
+  for (long row : {0L, 3L, 5L}) {
+    home->recentFileCollectionView->userTapItemAtIndexPath({0, row});
+    settle();
+    EXPECT_EQ(stack(), (std::vector<std::string>{"SplashVC", "HomeViewController"})) << "the recent screen is not built";
+    EXPECT_FALSE(nav()->presentedViewController());
+    EXPECT_TRUE(logged("The screen \"RecentFilesVC\" is not part of this build."));
+    takeLog();
+  }
+  EXPECT_EQ(AppData::shared()->recentFiles.size(), before.size());
+  EXPECT_TRUE(UIApplication::sharedApplication().openedURLs().empty());
+}
+
+TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndPushHalfASecondLater) {
+  auto home = launchHome();
+  struct Row {
+    const char* selector;
+    MediaTypes type;
+  };
+  for (auto [selector, type] : {Row{"onVideoBtn:", MediaTypes::video}, Row{"onImagesBtn:", MediaTypes::image}}) {
+    SCOPED_TRACE(selector);
+    press(*home, selector);
+    EXPECT_EQ(Fetch::shared()->assets()->supportedMediaTypes(), std::set<MediaTypes>{type}) << "set at the press";
+    advance(0.49);
+    EXPECT_EQ(nav()->viewControllers().size(), 2u);
+    advance(0.01);
+    auto images = std::dynamic_pointer_cast<ImagesVC>(nav()->topViewController());
+    ASSERT_TRUE(images);
+    EXPECT_EQ(images->mediatype, type);
+    nav()->popViewControllerAnimated(false);
+    settle();
+  }
+}
+
+TEST_F(HomeViewControllerTest, RepeatedPressesWithinThePauseEachPushAScreen) {
+  auto home = launchHome();
+  press(*home, "onImagesBtn:");
+  advance(0.2);
+  press(*home, "onImagesBtn:");
+  advance(0.3);
+  EXPECT_EQ(stack().size(), 3u);
+  advance(0.2);
+  EXPECT_EQ(stack(), (std::vector<std::string>{"SplashVC", "HomeViewController", "ImagesVC", "ImagesVC"}));
+  EXPECT_NE(nav()->viewControllers()[2], nav()->viewControllers()[3]) << "a new screen at each press";
+}
+
+TEST_F(HomeViewControllerTest, StorageAnalysisComesAtOnceFromTheButtonAndHalfASecondLaterFromTheMenu) {
+  auto home = launchHome(R"({"photos": {"assets": [{"id": "P1/L0/001"}]}, "music": {"songs": [{"persistentID": "7", "fileSize": 5}]}})");
+  press(*home, "onStorageAnalysisBtn:", "btnStorageAnalysis");
+  auto shown = std::dynamic_pointer_cast<StorageAnalysisVC>(nav()->presentedViewController());
+  ASSERT_TRUE(shown) << "presented inside the press";
+  EXPECT_EQ(shown->modalPresentationStyle(), UIModalPresentationStyle::overFullScreen);
+  shown->dismissViewControllerAnimated(false, nullptr);
+  settle();
+  ASSERT_FALSE(nav()->presentedViewController());
+
+  struct Row {
+    long entry;
+    const char* screen;
+  };
+  for (auto [entry, screen] : {Row{1, "StorageAnalysisVC"}, Row{2, "SettingVC"}}) {
+    SCOPED_TRACE(screen);
+    press(*home, "onMenuBtn:", "btnMenu");
+    pressPopupMenuEntry(entry);
+    advance(0.49);
+    EXPECT_FALSE(nav()->presentedViewController());
+    advance(0.01);
+    auto presented = nav()->presentedViewController();
+    ASSERT_TRUE(presented);
+    EXPECT_STREQ(presented->className(), screen);
+    EXPECT_EQ(presented->modalPresentationStyle(), UIModalPresentationStyle::overFullScreen);
+    presented->dismissViewControllerAnimated(false, nullptr);
+    advance(20);  // lets a storage run close
+  }
+}
+
+TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsed) {
+  auto home = launchHome();
+  ASSERT_EQ(home->HEADERView->minimumHeaderHeight(), 50.0);
+  ASSERT_TRUE(home->HEADERView->alwaysCollapse());
+  home->mainScrollView->setContentOffset({0, 200});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  EXPECT_TRUE(home->TitleView->isHidden());
+  home->mainScrollView->setContentOffset({0, 0});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
+  EXPECT_FALSE(home->TitleView->isHidden());
+}
+
+TEST_F(HomeViewControllerTest, AHeaderCollapsedWhenTheUserLeftExpandsAgainAfterTheReturn) {
+  auto home = launchHome();
+  // Given the header collapsed by a scroll when another screen is pushed
+  home->mainScrollView->setContentOffset({0, 200});
+  ASSERT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  comeBack();
+  // When the user scrolls back to the top on return
+  home->mainScrollView->setContentOffset({0, 0});
+  // Then the header grows to its full height and the title shows again
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
+  EXPECT_FALSE(home->TitleView->isHidden());
+  EXPECT_EQ(home->HEADERView->collapsingConstraint(), home->heightOfHeaderViewConstant);
+  EXPECT_EQ(home->HEADERView->delegate().get(), static_cast<MGCollapsingHeaderDelegate*>(home.get()));
+}
+
+TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
+  auto home = launchHome(R"({"ads": {"applovin": {"native": "fill"}}})");
+  auto rendered = [&] {
+    size_t n = 0;
+    for (const auto& sub : home->nativeAdview->subviews()) n += std::dynamic_pointer_cast<MANativeAdView>(sub) ? 1 : 0;
+    return n;
+  };
+  settle();
+  EXPECT_EQ(rendered(), 1u);
+  EXPECT_FALSE(home->nativeAdview->isHidden());
+  comeBack();
+  EXPECT_EQ(rendered(), 2u);
+}
+
+using HomeViewControllerDeathTest = HomeViewControllerTest;
+
+TEST_F(HomeViewControllerDeathTest, ARecentWhoseAssetHasGoneEndsTheProcess) {
+  EXPECT_DEATH(
+      {
+        auto home = launchHome(withRecents(recent("assets-library://asset/asset.JPG?id=GONE&extJPG", "photo")));
+        cellAt(*home, 0);
+      },
+      "index 0 beyond bounds for empty fetch result");
+}
+
+TEST_F(HomeViewControllerDeathTest, ARecentWhoseSongHasGoneEndsTheProcess) {
+  EXPECT_DEATH(
+      {
+        auto home = launchHome(withRecents(recent("ipod-library://item/item.mp3?id=99", "music")));
+        cellAt(*home, 0);
+      },
+      "Index out of range");
+}
+
+}  // namespace
+}  // namespace nimbrel

@@ -1,0 +1,179 @@
+#include "app/core/SettingVC.h"
+
+#include <gtest/gtest.h>
+
+#include "app/core/ApplicationMain.h"
+#include "app/core/Constant.h"
+#include "app/core/HomeViewController.h"
+#include "app/SimTest.h"
+#include "app/VC/PopupMenu.h"
+#include "platform/ads/MANativeAdView.h"
+#include "platform/uikit/UIActivityViewController.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+
+namespace nimbrel {
+namespace {
+
+class SettingVCTest : public testing::SimTest {
+ protected:
+  // Launches, waits for the home screen and opens the settings from its menu.
+  std::shared_ptr<SettingVC> open(const std::string& fixture = "{}") {
+    start(fixture);
+    NimbrelApplicationMain();
+    advance(6);
+    home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
+    EXPECT_TRUE(home);
+    home->performAction("onMenuBtn:", home->btnMenu);
+    pressPopupMenuEntry(2);
+    advance(0.5);
+    auto settings = std::dynamic_pointer_cast<SettingVC>(nav()->presentedViewController());
+    EXPECT_TRUE(settings);
+    return settings;
+  }
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
+  std::vector<std::string> opened() {
+    std::vector<std::string> out;
+    for (const auto& url : UIApplication::sharedApplication().openedURLs()) out.push_back(url.absoluteString());
+    return out;
+  }
+  void press(SettingVC& screen, const std::string& selector, const std::string& sender) {
+    screen.performAction(selector, screen.outlet(sender));
+  }
+  std::shared_ptr<HomeViewController> home;
+};
+
+TEST_F(SettingVCTest, TheAddressesHaveTheirFixedForms) {
+  auto privacy = URL::withString(Constant::privacyUrl());
+  ASSERT_TRUE(privacy);
+  EXPECT_EQ(privacy->scheme(), "https");
+  EXPECT_TRUE(privacy->path().ends_with("privacy.html")) << privacy->path();
+
+  auto terms = URL::withString(Constant::termsUrl());
+  ASSERT_TRUE(terms);
+  EXPECT_EQ(terms->host(), privacy->host()) << "the same site";
+  EXPECT_EQ(terms->path(), "/view_custom.php");
+  auto query = terms->query().value_or("");
+  EXPECT_TRUE(query.starts_with("v=") || query.find("&v=") != std::string::npos) << query;
+  EXPECT_TRUE(query.find("n=Terms-Of-Use") != std::string::npos) << query;
+
+  auto rate = URL::withString(Constant::rateUrl());
+  auto share = URL::withString(Constant::shareUrl());
+  ASSERT_TRUE(rate && share);
+  EXPECT_TRUE(rate->path().starts_with("/in/app/id")) << rate->path();
+  EXPECT_EQ(rate->query(), "mt=8");
+  EXPECT_TRUE(share->path().starts_with("/app/id")) << share->path();
+  EXPECT_FALSE(share->query());
+  EXPECT_EQ(rate->path().substr(std::string("/in/app/id").size()), share->path().substr(std::string("/app/id").size()))
+      << "one store number";
+  EXPECT_EQ(rate->host(), share->host());
+}
+
+TEST_F(SettingVCTest, TheLoadSetsUpAHeaderThatStartsAt44PointsAndAnAd) {
+  auto settings = open(R"({"ads": {"applovin": {"native": "fill"}}})");
+  EXPECT_TRUE(settings->HEADERView->alwaysCollapse());
+  EXPECT_EQ(settings->HEADERView->minimumHeaderHeight(), 50.0);
+  EXPECT_EQ(settings->HEADERView->collapsingConstraint(), settings->heightOfHeaderViewConstant);
+  EXPECT_EQ(settings->heightOfHeaderViewConstant->constant(), 44.0);
+  EXPECT_EQ(settings->HEADERView->delegate().get(), static_cast<MGCollapsingHeaderDelegate*>(settings.get()));
+  settle();
+  ASSERT_EQ(settings->nativeAdview->subviews().size(), 1u);
+  EXPECT_TRUE(std::dynamic_pointer_cast<MANativeAdView>(settings->nativeAdview->subviews()[0]));
+  EXPECT_FALSE(settings->nativeAdview->isHidden());
+}
+
+TEST_F(SettingVCTest, EachLinkOpensATenthOfASecondAfterItsPress) {
+  struct Row {
+    const char* selector;
+    const char* sender;
+    std::string url;
+  };
+  const Row rows[] = {{"onPrivacyPolicyBtn:", "btnPrivacyPolicy", Constant::privacyUrl()},
+                      {"onClickTermsofUs:", "btnTerms", Constant::termsUrl()},
+                      {"onRateUsBtn:", "btnRateUs", Constant::rateUrl()}};
+  auto settings = open();
+  std::vector<std::string> expected;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.selector);
+    press(*settings, row.selector, row.sender);
+    advance(0.09);
+    EXPECT_EQ(opened(), expected);
+    advance(0.01);
+    expected.push_back(row.url);
+    EXPECT_EQ(opened(), expected);
+  }
+  EXPECT_EQ(nav()->presentedViewController(), settings) << "the screen stays";
+}
+
+TEST_F(SettingVCTest, TwoQuickPressesOfRateOpenTheStoreTwice) {
+  auto settings = open();
+  press(*settings, "onRateUsBtn:", "btnRateUs");
+  advance(0.05);
+  press(*settings, "onRateUsBtn:", "btnRateUs");
+  advance(0.2);
+  EXPECT_EQ(opened(), (std::vector<std::string>{Constant::rateUrl(), Constant::rateUrl()}));
+}
+
+TEST_F(SettingVCTest, APressFollowedByAQuickBackStillOpens) {
+  auto settings = open();
+  press(*settings, "onPrivacyPolicyBtn:", "btnPrivacyPolicy");
+  press(*settings, "onBackBtn:", "btnBack");
+  settle();
+  EXPECT_FALSE(nav()->presentedViewController()) << "gone at once";
+  EXPECT_EQ(nav()->topViewController(), home) << "what lay below is left as it was";
+  advance(0.1);
+  EXPECT_EQ(opened(), (std::vector<std::string>{Constant::privacyUrl()}));
+}
+
+TEST_F(SettingVCTest, TheShareSheetComesAfterThreeTenthsAndIsAnchoredOnlyOnAPad) {
+  for (const char* idiom : {"phone", "pad"}) {
+    SCOPED_TRACE(idiom);
+    auto settings = open(std::string(R"({"device": {"idiom": ")") + idiom + "\"}}");
+    auto button = std::dynamic_pointer_cast<UIView>(settings->outlet("btnShareUs"));
+    press(*settings, "onShareUsBtn:", "btnShareUs");
+    advance(0.29);
+    EXPECT_FALSE(settings->presentedViewController());
+    advance(0.01);
+    auto sheet = std::dynamic_pointer_cast<UIActivityViewController>(settings->presentedViewController());
+    ASSERT_TRUE(sheet);
+    EXPECT_EQ(sheet->itemDescriptions(), (std::vector<std::string>{Constant::shareUrl()}));
+    if (std::string(idiom) == "pad") {
+      ASSERT_TRUE(sheet->popoverPresentationController());
+      EXPECT_EQ(sheet->popoverPresentationController()->sourceView.lock(), button);
+    } else {
+      EXPECT_FALSE(sheet->popoverPresentationController());
+    }
+    EXPECT_TRUE(opened().empty()) << "sharing opens nothing";
+    platform.reset();
+  }
+}
+
+TEST_F(SettingVCTest, TheTitleShowsWhileTheHeaderIsCollapsedTheOtherWayRoundFromHome) {
+  auto settings = open();
+  auto header = settings->HEADERView->delegate();
+  ASSERT_TRUE(header);
+  header->headerDidFinishCollapsing();
+  EXPECT_FALSE(settings->TitleView->isHidden());
+  header->headerDidFinishExpanding();
+  EXPECT_TRUE(settings->TitleView->isHidden());
+
+  home->HEADERView->delegate()->headerDidFinishCollapsing();
+  EXPECT_TRUE(home->TitleView->isHidden());
+  home->HEADERView->delegate()->headerDidFinishExpanding();
+  EXPECT_FALSE(home->TitleView->isHidden());
+}
+
+TEST_F(SettingVCTest, ScrollingTheSettingsHandsItsScrollViewToTheHeader) {
+  auto settings = open();
+  ASSERT_EQ(settings->mainScrollView->delegate().get(), static_cast<UIScrollViewDelegate*>(settings.get()));
+  // The header starts at 44 points, under its 50-point minimum: it has no room to collapse.
+  settings->mainScrollView->setContentOffset({0, 300});
+  EXPECT_EQ(settings->heightOfHeaderViewConstant->constant(), 44.0);
+  EXPECT_EQ(settings->HEADERView->headerHeight(), 44.0) << "the header read its height at the scroll";
+}
+
+}  // namespace
+}  // namespace nimbrel
