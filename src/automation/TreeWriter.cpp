@@ -6,6 +6,7 @@
 #include "platform/ads/MANativeAdView.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIGestureRecognizer.h"
+#include "platform/libs/DYPieChartView.h"
 #include "platform/libs/LottieAnimationView.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/NSLayoutConstraint.h"
@@ -157,6 +158,16 @@ json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object, const U
   if (auto collection = std::dynamic_pointer_cast<UICollectionView>(view)) {
     json described = describeCollection(*collection, screen);
     for (auto& [k, v] : described.items()) out[k] = v;
+  }
+  if (auto chart = std::dynamic_pointer_cast<DYPieChartView>(view)) {
+    json colors = json::array();
+    for (const auto& c : chart->sectorColors()) colors.push_back(c.hexString());
+    out["sectorColors"] = colors;
+    out["scaleValues"] = chart->scaleValues();
+    out["startAngle"] = chart->startAngle;
+    out["clockwise"] = chart->clockwise;
+    out["lineWidth"] = chart->lineWidth;
+    if (!chart->animations().empty()) out["animationDuration"] = chart->animations().back().duration;
   }
   if (auto lottie = std::dynamic_pointer_cast<LottieAnimationView>(view)) {
     out["animation"] = lottie->animationName();

@@ -119,7 +119,11 @@ std::shared_ptr<UICollectionViewCell> HomeViewController::collectionViewCellForI
   cell->setBackgroundColor(UIColor::clearColor());
   cell->fileImg->updateLayer([](CALayer& layer) { layer.cornerRadius = 25; });
   cell->fileName->setHidden(true);
-  const File& record = AppData::shared()->recentFiles.at(static_cast<size_t>(indexPath.item));
+  const auto& recents = AppData::shared()->recentFiles;
+  if (indexPath.item < 0 || static_cast<size_t>(indexPath.item) >= recents.size()) {
+    fatalError("Index out of range", "Swift/ContiguousArrayBuffer.swift", 600);
+  }
+  const File& record = recents[static_cast<size_t>(indexPath.item)];
   switch (record.filetype) {
     case FileType::docs:
       cell->fileName->setText(record.url.lastPathComponent());
