@@ -6,6 +6,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   liburiparser-dev libicu-dev nlohmann-json3-dev
   python3 clang libclang-rt-14-dev
+  libsqlite3-dev libexiv2-dev libtag1-dev libjpeg-dev libpng-dev libheif-dev uuid-dev libmd-dev
+  libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
 )
 missing=()
 for p in "${packages[@]}"; do
