@@ -121,6 +121,7 @@ DesktopPhotoLibrary::DesktopPhotoLibrary(Options options)
     inotifyFd_ = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
     if (inotifyFd_ < 0) NSLog("inotify is not available: the library will not notice new files until a rescan");
   }
+  busy_ = true;  // until the worker has made its first pass
   worker_ = std::thread([this] { workerLoop(); });
 }
 
@@ -328,10 +329,6 @@ void DesktopPhotoLibrary::watchFolders(const std::vector<std::string>& folders) 
 }
 
 void DesktopPhotoLibrary::workerLoop() {
-  {
-    std::lock_guard lock(workMutex_);
-    busy_ = options_.scanAtStart;
-  }
   if (options_.scanAtStart) {
     scanNow();
   } else if (options_.watch) {
