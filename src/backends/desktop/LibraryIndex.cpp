@@ -446,7 +446,7 @@ std::vector<AlbumRow> LibraryIndex::albums() {
 std::vector<SongRow> LibraryIndex::songs() {
   std::vector<SongRow> out;
   auto s = db_.prepare(
-      "SELECT pid, path, size, mtime, title, artist, album, duration, artwork, readable, added FROM songs ORDER BY path");
+      "SELECT pid, path, size, mtime, title, artist, album, duration, artwork, readable, added FROM songs ORDER BY path COLLATE NOCASE, path");
   while (s.step()) {
     SongRow r;
     r.persistentId = static_cast<std::uint64_t>(s.int64(0));
