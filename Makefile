@@ -3,7 +3,7 @@ PRESET_DIR := build/default
 FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps configure build test run bench test-asan test-tsan fuzz format clean
+.PHONY: all deps configure build test run demo bench test-asan test-tsan fuzz format clean
 
 all: build
 
@@ -21,6 +21,9 @@ test: build
 
 run: build
 	@./tools/run-headless-demo.sh
+
+demo: build
+	@./tools/run-desktop-demo.sh
 
 bench: configure
 	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench
