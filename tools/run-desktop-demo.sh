@@ -27,6 +27,7 @@ echo
 echo "Note: the Qt shell (src/shell) is not built here; showing the headless runner on the desktop platform."
 "$bin/library/nimbrel-library" permissions allow photos >/dev/null
 "$bin/library/nimbrel-library" permissions allow music >/dev/null
+"$bin/library/nimbrel-library" permissions deny tracking >/dev/null
 printf '%s\n' '{"op":"tree"}' '{"op":"advance","seconds":5.0}' '{"op":"ad","dismiss":true}' '{"op":"tree"}' '{"op":"paths"}' \
   | "$bin/headless/nimbrel-headless" --desktop 2>/dev/null \
   | python3 -c '
