@@ -313,6 +313,11 @@ ScanReport DesktopPhotoLibrary::lastScan() const {
 void DesktopPhotoLibrary::scanNow() {
   auto report = index_->scanPhotos({options_.pictures, options_.videos});
   watchFolders(report.folders);
+  if (options_.prefillThumbnails > 0) {
+    prefill_.clear();
+    for (const auto& row : index_->assets()) prefill_.emplace_back(row.path, row.orientation);
+    // Oldest first in the index; taken from the back, so the newest are made first.
+  }
   {
     std::lock_guard lock(workMutex_);
     lastScan_ = report;
@@ -353,7 +358,7 @@ void DesktopPhotoLibrary::workerLoop() {
   const auto quiet = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(options_.quietSeconds));
   const auto longest = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(kLongestWaitSeconds));
   while (true) {
-    int timeoutMs = -1;
+    int timeoutMs = prefill_.empty() ? -1 : 0;
     if (lastEvent) {
       auto due = std::min(*lastEvent + quiet, *firstEvent + longest);
       timeoutMs = static_cast<int>(std::max<std::int64_t>(
@@ -389,6 +394,14 @@ void DesktopPhotoLibrary::workerLoop() {
       std::lock_guard lock(workMutex_);
       busy_ = false;
       workChanged_.notify_all();
+    }
+    if (!lastEvent && !prefill_.empty()) {
+      // Thumbnails ahead of scrolling, a few at a time so that jobs and changes are not kept waiting.
+      for (int n = 0; n < 8 && !prefill_.empty(); ++n) {
+        auto [path, orientation] = prefill_.back();
+        prefill_.pop_back();
+        thumbnails_->thumbnail(path, options_.prefillThumbnails, orientation);
+      }
     }
     if (lastEvent) {
       auto now = Clock::now();

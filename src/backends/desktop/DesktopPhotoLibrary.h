@@ -42,6 +42,7 @@ class DesktopPhotoLibrary : public PhotoLibrarySource {
     bool watch = true;                 // inotify and background rescans
     bool scanAtStart = true;
     double quietSeconds = 0.2;         // how long the folders must be still before a rescan
+    int prefillThumbnails = 0;         // a box (128, 256, ...) to make missing thumbnails of, newest first, when idle
     std::string appName = "Nimbrel";
   };
 
@@ -116,6 +117,7 @@ class DesktopPhotoLibrary : public PhotoLibrarySource {
   bool busy_ = false;
   bool dirty_ = false;
   std::uint64_t posted_ = 0;
+  std::vector<std::pair<std::string, int>> prefill_;  // worker only: (file, orientation) still to thumbnail
   ScanReport lastScan_;
   int wakeFd_ = -1;
   int inotifyFd_ = -1;

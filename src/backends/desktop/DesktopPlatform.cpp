@@ -125,6 +125,7 @@ DesktopPlatform::DesktopPlatform(Options options)
   photoOptions.trash = locations_.trash();
   photoOptions.watch = options.watch;
   photoOptions.scanAtStart = options.scan;
+  photoOptions.prefillThumbnails = options.scan ? 256 : 0;
   photos_ = std::make_shared<DesktopPhotoLibrary>(photoOptions);
   PhotoLibrarySource::install(photos_);
 

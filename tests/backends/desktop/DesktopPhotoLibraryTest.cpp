@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "DesktopTestSupport.h"
 #include "backends/desktop/SampleMedia.h"
 #include "platform/PlatformState.h"
@@ -329,6 +331,22 @@ TEST_F(DesktopPhotoLibraryTest, DeletingAnAlbumKeepsItsPictures) {
   ASSERT_TRUE(named("rome.jpg"));
   EXPECT_EQ(named("rome.jpg")->localIdentifier, romeId);
   EXPECT_EQ(library->collections().size(), 6u);
+}
+
+TEST_F(DesktopPhotoLibraryTest, ThumbnailsAreMadeAheadOfScrollingWhenAsked) {
+  auto options = libraryOptions(root);
+  options.prefillThumbnails = 128;
+  library = std::make_shared<DesktopPhotoLibrary>(options);
+  ThumbnailCache other(options.thumbnails);
+  std::string newest = root / "Pictures/Holidays/rome.jpg";
+  // The worker makes them on its own time: wait (bounded) for the files.
+  auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!other.lookup(root / "Pictures/first.jpg", 128) && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::yield();
+  }
+  EXPECT_TRUE(other.lookup(root / "Pictures/first.jpg", 128));
+  EXPECT_TRUE(other.lookup(newest, 128));
+  library.reset();
 }
 
 TEST_F(DesktopPhotoLibraryTest, FavouritesAreKept) {
