@@ -3,7 +3,7 @@ PRESET_DIR := build/default
 FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps configure build test run run-headless bench test-asan test-tsan fuzz format clean
+.PHONY: all deps configure build test run run-headless demo bench test-asan test-tsan fuzz format clean
 
 all: build
 
@@ -24,6 +24,9 @@ run: build
 
 run-headless: build
 	@./tools/run-headless-demo.sh
+
+demo: build
+	@./tools/run-desktop-demo.sh
 
 bench: configure
 	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench

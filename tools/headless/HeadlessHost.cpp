@@ -5,15 +5,15 @@
 namespace nimbrel {
 
 double HeadlessHost::elapsed() const {
-  return platform_.runLoop().elapsed();
+  return loop_.elapsed();
 }
 
 void HeadlessHost::settle() {
-  platform_.runLoop().runUntilIdle();
+  loop_.runUntilIdle();
 }
 
 void HeadlessHost::advance(double seconds) {
-  platform_.runLoop().advance(seconds);
+  loop_.advance(seconds);
 }
 
 nlohmann::json HeadlessHost::paths() const {
@@ -21,7 +21,7 @@ nlohmann::json HeadlessHost::paths() const {
   return {{"home", NSHomeDirectory()},
           {"documents", documents},
           {"importedFiles", documents + "/Nimbrel/importedFiles"},
-          {"preferences", nullptr}};
+          {"preferences", preferences_.empty() ? nlohmann::json(nullptr) : nlohmann::json(preferences_)}};
 }
 
 std::optional<std::string> HeadlessHost::screenshot(const std::string&) {

@@ -1,4 +1,5 @@
-// nimbrel-headless: the automation protocol over the simulated platform, on virtual time.
+// nimbrel-headless: the automation protocol over the simulated platform, on virtual time; with
+// --desktop, over the user's own folders (the desktop platform) on the same kind of loop.
 #include <cstdio>
 #include <cstring>
 #include <iostream>
@@ -8,22 +9,54 @@
 #include "app/core/ApplicationMain.h"
 #include "automation/AutomationSession.h"
 #include "backends/sim/Fixture.h"
+#include "backends/desktop/DesktopPhotoLibrary.h"
+#include "backends/desktop/DesktopPlatform.h"
 #include "backends/sim/SimPlatform.h"
 #include "platform/foundation/NSUserDefaults.h"
 
 namespace {
 
 int usage() {
-  std::fprintf(stderr, "usage: nimbrel-headless [--fixture FILE.json]\n");
+  std::fprintf(stderr, "usage: nimbrel-headless [--fixture FILE.json | --desktop]\n");
   return 2;
 }
 
 }  // namespace
 
+int serve(nimbrel::AutomationSession& session) {
+  std::ios::sync_with_stdio(false);
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+    std::string response = session.handleLine(line);
+    std::fwrite(response.data(), 1, response.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+  }
+  NSUserDefaults::standardUserDefaults().flush();
+  return 0;
+}
+
+int runDesktop() {
+  nimbrel::desktop::DesktopPlatform::Options options;
+  options.runLoop = nimbrel::desktop::DesktopPlatform::RunLoopChoice::own;
+  nimbrel::desktop::DesktopPlatform platform(options);
+  // The first scan's results, before the first screen asks for them.
+  platform.photoLibrary().waitUntilIdle(60);
+  nimbrel::HeadlessHost host(platform.runLoop(), platform.locations().preferences);
+  nimbrel::AutomationSession session(host);
+  host.settle();
+  nimbrel::NimbrelApplicationMain();
+  host.settle();
+  return serve(session);
+}
+
 int main(int argc, char** argv) {
   std::string fixturePath;
   for (int i = 1; i < argc; ++i) {
-    if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
+    if (std::strcmp(argv[i], "--desktop") == 0) {
+      return runDesktop();
+    } else if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
       fixturePath = argv[++i];
     } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
       usage();
@@ -43,16 +76,5 @@ int main(int argc, char** argv) {
   nimbrel::AutomationSession session(host);
   nimbrel::NimbrelApplicationMain();
   host.settle();
-
-  std::ios::sync_with_stdio(false);
-  std::string line;
-  while (std::getline(std::cin, line)) {
-    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    std::string response = session.handleLine(line);
-    std::fwrite(response.data(), 1, response.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
-  }
-  NSUserDefaults::standardUserDefaults().flush();
-  return 0;
+  return serve(session);
 }

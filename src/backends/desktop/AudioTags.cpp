@@ -1,0 +1,56 @@
+#include "backends/desktop/AudioTags.h"
+
+#include <taglib/fileref.h>
+#include <taglib/flacfile.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/mp4file.h>
+#include <taglib/mpegfile.h>
+#include <taglib/tag.h>
+#include <taglib/xiphcomment.h>
+#include <taglib/vorbisfile.h>
+
+namespace nimbrel::desktop {
+
+namespace {
+
+std::optional<std::string> text(const TagLib::String& s) {
+  if (s.isEmpty()) return std::nullopt;
+  return s.to8Bit(true);
+}
+
+// TagLib 1.x keeps pictures in each format's own frames; there is no common call for them.
+bool hasArtwork(TagLib::File* file) {
+  if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(file)) {
+    auto* id3 = mpeg->ID3v2Tag(false);
+    return id3 && !id3->frameListMap()["APIC"].isEmpty();
+  }
+  if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(file)) return !flac->pictureList().isEmpty();
+  if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(file)) {
+    auto* tag = mp4->tag();
+    return tag && tag->contains("covr") && !tag->item("covr").toCoverArtList().isEmpty();
+  }
+  if (auto* vorbis = dynamic_cast<TagLib::Ogg::Vorbis::File*>(file)) {
+    auto* tag = vorbis->tag();
+    return tag && !tag->pictureList().isEmpty();
+  }
+  return false;
+}
+
+}  // namespace
+
+std::optional<AudioTags> AudioTags::read(const std::string& path) {
+  TagLib::FileRef ref(path.c_str(), true, TagLib::AudioProperties::Average);
+  if (ref.isNull()) return std::nullopt;
+  AudioTags tags;
+  if (auto* tag = ref.tag()) {
+    tags.title = text(tag->title());
+    tags.artist = text(tag->artist());
+    tags.album = text(tag->album());
+  }
+  if (auto* props = ref.audioProperties()) tags.duration = props->lengthInMilliseconds() / 1000.0;
+  tags.readable = tags.duration > 0;
+  tags.artwork = hasArtwork(ref.file());
+  return tags;
+}
+
+}  // namespace nimbrel::desktop

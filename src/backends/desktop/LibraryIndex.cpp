@@ -1,0 +1,529 @@
+#include "backends/desktop/LibraryIndex.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <uuid/uuid.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <tuple>
+#include <unordered_map>
+
+#include "backends/desktop/AudioTags.h"
+#include "backends/desktop/MediaProbe.h"
+#include "platform/photos/PHTypes.h"
+
+namespace nimbrel::desktop {
+
+namespace {
+
+constexpr int kSchemaVersion = 1;
+
+std::int64_t mtimeNs(const struct stat& st) {
+  return static_cast<std::int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
+}
+
+struct Found {
+  std::string path;
+  std::string folder;
+  std::string root;
+  struct stat st;
+};
+
+bool isUnder(const std::string& path, const std::string& root) {
+  return path.size() > root.size() && path.compare(0, root.size(), root) == 0 && path[root.size()] == '/';
+}
+
+// Hidden entries are skipped, and so is any folder that is a root of its own (a Videos folder
+// inside Pictures is walked once, as itself).
+void walk(const std::string& root, const std::string& dir, const std::string& rel, bool wantAudio,
+          const std::set<std::string>& otherRoots, std::vector<Found>& files, std::set<std::string>& folders,
+          std::vector<std::string>& absoluteFolders, int depth) {
+  if (depth > 64) return;
+  DIR* d = ::opendir(dir.c_str());
+  if (!d) return;
+  absoluteFolders.push_back(dir);
+  std::vector<std::pair<std::string, bool>> entries;
+  while (dirent* e = ::readdir(d)) {
+    if (e->d_name[0] == '.') continue;
+    std::string name = e->d_name;
+    std::string path = dir + "/" + name;
+    struct stat st;
+    if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) continue;
+    if (S_ISDIR(st.st_mode)) {
+      // A link to a folder could loop; only real folders are walked.
+      struct stat lst;
+      if (::fstatat(::dirfd(d), e->d_name, &lst, AT_SYMLINK_NOFOLLOW) != 0 || S_ISLNK(lst.st_mode)) continue;
+      if (otherRoots.count(path)) continue;
+      entries.emplace_back(name, true);
+    } else if (S_ISREG(st.st_mode)) {
+      auto kind = mediaFileKind(name);
+      bool wanted = wantAudio ? kind == MediaFileKind::audio
+                              : (kind == MediaFileKind::image || kind == MediaFileKind::video);
+      if (wanted) files.push_back({path, rel, root, st});
+    }
+  }
+  ::closedir(d);
+  std::sort(entries.begin(), entries.end());
+  for (const auto& [name, isDir] : entries) {
+    std::string childRel = rel.empty() ? name : rel + "/" + name;
+    folders.insert(childRel);
+    walk(root, dir + "/" + name, childRel, wantAudio, otherRoots, files, folders, absoluteFolders, depth + 1);
+  }
+}
+
+bool isDirectory(const std::string& path) {
+  struct stat st;
+  return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+double secondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+constexpr const char* kAssetColumns =
+    "a.id, a.path, a.folder, a.size, a.mtime, a.dev, a.ino, a.kind, a.subtypes, a.created, a.width, a.height, "
+    "a.orientation, a.duration, a.latitude, a.longitude, a.selfie, (f.id IS NOT NULL)";
+
+AssetRow assetFrom(SqliteStatement& s) {
+  AssetRow r;
+  r.id = s.text(0);
+  r.path = s.text(1);
+  r.folder = s.text(2);
+  r.size = s.int64(3);
+  r.mtimeNs = s.int64(4);
+  r.device = s.int64(5);
+  r.inode = s.int64(6);
+  r.kind = static_cast<int>(s.int64(7));
+  r.subtypes = static_cast<unsigned>(s.int64(8));
+  r.created = s.optionalReal(9);
+  r.width = static_cast<int>(s.int64(10));
+  r.height = static_cast<int>(s.int64(11));
+  r.orientation = static_cast<int>(s.int64(12));
+  r.duration = s.real(13);
+  r.latitude = s.optionalReal(14);
+  r.longitude = s.optionalReal(15);
+  r.selfie = s.int64(16) != 0;
+  r.favourite = s.int64(17) != 0;
+  return r;
+}
+
+}  // namespace
+
+LibraryIndex::LibraryIndex(const std::string& path) : db_(path) {
+  if (!db_.ok()) return;
+  createSchema();
+}
+
+void LibraryIndex::createSchema() {
+  auto version = db_.prepare("PRAGMA user_version");
+  int current = version.step() ? static_cast<int>(version.int64(0)) : 0;
+  if (current == kSchemaVersion) {
+    ok_ = true;
+    return;
+  }
+  ok_ = db_.exec(R"sql(
+    CREATE TABLE IF NOT EXISTS meta(key TEXT PRIMARY KEY, value TEXT NOT NULL);
+    CREATE TABLE IF NOT EXISTS assets(
+      id TEXT PRIMARY KEY, path TEXT NOT NULL UNIQUE, folder TEXT NOT NULL,
+      size INTEGER NOT NULL, mtime INTEGER NOT NULL, dev INTEGER NOT NULL, ino INTEGER NOT NULL,
+      kind INTEGER NOT NULL, subtypes INTEGER NOT NULL, created REAL,
+      width INTEGER NOT NULL, height INTEGER NOT NULL, orientation INTEGER NOT NULL, duration REAL NOT NULL,
+      latitude REAL, longitude REAL, selfie INTEGER NOT NULL);
+    CREATE TABLE IF NOT EXISTS albums(id TEXT PRIMARY KEY, folder TEXT NOT NULL UNIQUE, seq INTEGER NOT NULL);
+    CREATE TABLE IF NOT EXISTS favourites(id TEXT PRIMARY KEY);
+    CREATE TABLE IF NOT EXISTS songs(
+      pid INTEGER PRIMARY KEY, path TEXT NOT NULL UNIQUE, size INTEGER NOT NULL, mtime INTEGER NOT NULL,
+      title TEXT, artist TEXT, album TEXT, duration REAL NOT NULL, artwork INTEGER NOT NULL,
+      readable INTEGER NOT NULL, added REAL NOT NULL);
+    PRAGMA user_version = 1;
+  )sql");
+}
+
+std::string LibraryIndex::newIdentifier(const char* suffix) {
+  uuid_t uuid;
+  uuid_generate_random(uuid);
+  char text[37];
+  uuid_unparse_upper(uuid, text);
+  return std::string(text) + "/" + suffix;
+}
+
+std::uint64_t LibraryIndex::persistentIdForPath(const std::string& path) {
+  // FNV-1a: small, fixed across builds and machines, unlike std::hash.
+  std::uint64_t h = 1469598103934665603ull;
+  for (unsigned char c : path) {
+    h ^= c;
+    h *= 1099511628211ull;
+  }
+  h &= 0x7FFFFFFFFFFFFFFFull;
+  return h == 0 ? 1 : h;
+}
+
+std::optional<AssetRow> LibraryIndex::readAsset(const std::string& path, const std::string& folder,
+                                                const struct stat& st) {
+  auto kind = mediaFileKind(path);
+  std::optional<MediaFacts> facts = kind == MediaFileKind::image   ? probeImage(path)
+                                    : kind == MediaFileKind::video ? probeVideo(path)
+                                                                   : std::nullopt;
+  if (!facts) return std::nullopt;
+  AssetRow r;
+  r.path = path;
+  r.folder = folder;
+  r.size = st.st_size;
+  r.mtimeNs = mtimeNs(st);
+  r.device = static_cast<std::int64_t>(st.st_dev);
+  r.inode = static_cast<std::int64_t>(st.st_ino);
+  r.kind = static_cast<int>(facts->kind);
+  if (facts->panorama) r.subtypes |= PHAssetMediaSubtypePhotoPanorama;
+  if (facts->screenshot) r.subtypes |= PHAssetMediaSubtypePhotoScreenshot;
+  r.created = facts->created ? facts->created : std::optional<double>(static_cast<double>(r.mtimeNs) / 1e9);
+  r.width = facts->width;
+  r.height = facts->height;
+  r.orientation = facts->orientation;
+  r.duration = facts->duration;
+  r.latitude = facts->latitude;
+  r.longitude = facts->longitude;
+  r.selfie = facts->selfie;
+  return r;
+}
+
+ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) {
+  auto start = std::chrono::steady_clock::now();
+  ScanReport report;
+  std::vector<std::string> roots;
+  for (const auto& r : givenRoots) {
+    if (!r.empty() && std::find(roots.begin(), roots.end(), r) == roots.end()) roots.push_back(r);
+  }
+  std::vector<std::string> present, missing;
+  for (const auto& r : roots) (isDirectory(r) ? present : missing).push_back(r);
+
+  std::vector<Found> found;
+  std::set<std::string> folders;
+  for (const auto& root : present) {
+    std::set<std::string> others(roots.begin(), roots.end());
+    others.erase(root);
+    walk(root, root, "", false, others, found, folders, report.folders, 0);
+  }
+
+  std::unordered_map<std::string, AssetRow> known;
+  for (auto& row : assets()) known.emplace(row.path, std::move(row));
+
+  std::vector<const Found*> fresh, changed;
+  std::set<std::string> seen;
+  for (const auto& f : found) {
+    if (!seen.insert(f.path).second) continue;
+    auto it = known.find(f.path);
+    if (it == known.end()) {
+      fresh.push_back(&f);
+    } else if (it->second.size == f.st.st_size && it->second.mtimeNs == mtimeNs(f.st) &&
+               it->second.folder == f.folder) {
+      ++report.unchanged;
+    } else {
+      changed.push_back(&f);
+    }
+  }
+  // Gone from where they were: files whose root is missing (an unplugged disk) are kept.
+  std::map<std::tuple<std::int64_t, std::int64_t, std::int64_t, std::int64_t>, const AssetRow*> vanished;
+  std::vector<const AssetRow*> gone;
+  for (const auto& [path, row] : known) {
+    if (seen.count(path)) continue;
+    bool rootMissing = std::any_of(missing.begin(), missing.end(), [&](const auto& r) { return isUnder(path, r); });
+    if (rootMissing) continue;
+    gone.push_back(&row);
+    vanished[{row.device, row.inode, row.size, row.mtimeNs}] = &row;
+  }
+
+  // Reading metadata takes the time: it happens before the write transaction is opened.
+  struct Move {
+    const AssetRow* from;
+    const Found* to;
+  };
+  std::vector<Move> moves;
+  std::vector<AssetRow> inserts, updates;
+  std::set<std::string> movedIds;
+  for (const Found* f : fresh) {
+    auto key = std::make_tuple(static_cast<std::int64_t>(f->st.st_dev), static_cast<std::int64_t>(f->st.st_ino),
+                               static_cast<std::int64_t>(f->st.st_size), mtimeNs(f->st));
+    auto it = vanished.find(key);
+    if (it != vanished.end() && !movedIds.count(it->second->id)) {
+      moves.push_back({it->second, f});
+      movedIds.insert(it->second->id);
+      continue;
+    }
+    ++report.parsed;
+    if (auto row = readAsset(f->path, f->folder, f->st)) {
+      row->id = newIdentifier();
+      inserts.push_back(std::move(*row));
+    }
+  }
+  std::vector<std::string> unreadable;
+  for (const Found* f : changed) {
+    ++report.parsed;
+    auto row = readAsset(f->path, f->folder, f->st);
+    const auto& old = known.at(f->path);
+    if (row) {
+      row->id = old.id;
+      updates.push_back(std::move(*row));
+    } else {
+      unreadable.push_back(old.id);
+    }
+  }
+
+  SqliteTransaction tx(db_);
+  auto insert = db_.prepare(
+      "INSERT OR REPLACE INTO assets(id, path, folder, size, mtime, dev, ino, kind, subtypes, created, width, height, "
+      "orientation, duration, latitude, longitude, selfie) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
+  auto write = [&](const AssetRow& r) {
+    insert.bind(1, r.id).bind(2, r.path).bind(3, r.folder).bind(4, r.size).bind(5, r.mtimeNs).bind(6, r.device)
+        .bind(7, r.inode).bind(8, r.kind).bind(9, static_cast<std::int64_t>(r.subtypes)).bind(10, r.created)
+        .bind(11, r.width).bind(12, r.height).bind(13, r.orientation).bind(14, r.duration).bind(15, r.latitude)
+        .bind(16, r.longitude).bind(17, r.selfie ? 1 : 0);
+    insert.run();
+  };
+  auto remove = db_.prepare("DELETE FROM assets WHERE id = ?");
+  auto unfavour = db_.prepare("DELETE FROM favourites WHERE id = ?");
+  for (const auto* g : gone) {
+    if (movedIds.count(g->id)) continue;
+    remove.bind(1, g->id).run();
+    unfavour.bind(1, g->id).run();
+    ++report.removed;
+  }
+  for (const auto& id : unreadable) {
+    remove.bind(1, id).run();
+    unfavour.bind(1, id).run();
+    ++report.removed;
+  }
+  auto move = db_.prepare("UPDATE assets SET path = ?, folder = ? WHERE id = ?");
+  for (const auto& m : moves) {
+    move.bind(1, m.to->path).bind(2, m.to->folder).bind(3, m.from->id).run();
+    ++report.moved;
+  }
+  for (const auto& r : inserts) write(r);
+  for (const auto& r : updates) write(r);
+  report.added = static_cast<int>(inserts.size());
+  report.updated = static_cast<int>(updates.size());
+
+  // Albums follow the folders; a folder is forgotten only when every root could be looked at.
+  auto albumRows = albums();
+  std::set<std::string> knownFolders;
+  std::int64_t seq = 0;
+  for (const auto& a : albumRows) {
+    knownFolders.insert(a.folder);
+    seq = std::max(seq, a.seq);
+  }
+  auto addAlbumRow = db_.prepare("INSERT INTO albums(id, folder, seq) VALUES(?,?,?)");
+  for (const auto& folder : folders) {
+    if (!knownFolders.count(folder)) addAlbumRow.bind(1, newIdentifier("L0/040")).bind(2, folder).bind(3, ++seq).run();
+  }
+  if (missing.empty()) {
+    auto dropAlbum = db_.prepare("DELETE FROM albums WHERE id = ?");
+    for (const auto& a : albumRows) {
+      if (!folders.count(a.folder)) dropAlbum.bind(1, a.id).run();
+    }
+  }
+  tx.commit();
+
+  auto counts = db_.prepare("SELECT kind, COUNT(*) FROM assets GROUP BY kind");
+  while (counts.step()) {
+    if (counts.int64(0) == static_cast<int>(PHAssetMediaType::image)) report.images = static_cast<int>(counts.int64(1));
+    if (counts.int64(0) == static_cast<int>(PHAssetMediaType::video)) report.videos = static_cast<int>(counts.int64(1));
+  }
+  auto albumCount = db_.prepare("SELECT COUNT(*) FROM albums");
+  if (albumCount.step()) report.albums = static_cast<int>(albumCount.int64(0));
+  report.seconds = secondsSince(start);
+  return report;
+}
+
+ScanReport LibraryIndex::scanMusic(const std::string& root) {
+  auto start = std::chrono::steady_clock::now();
+  ScanReport report;
+  if (!isDirectory(root)) {
+    report.seconds = secondsSince(start);
+    return report;  // an unplugged or absent folder keeps what was known
+  }
+  std::vector<Found> found;
+  std::set<std::string> folders;
+  walk(root, root, "", true, {}, found, folders, report.folders, 0);
+
+  std::unordered_map<std::string, SongRow> known;
+  std::set<std::uint64_t> ids;
+  for (auto& s : songs()) {
+    ids.insert(s.persistentId);
+    known.emplace(s.path, std::move(s));
+  }
+  std::vector<SongRow> writes;
+  std::set<std::string> seen;
+  double now = std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+  for (const auto& f : found) {
+    seen.insert(f.path);
+    auto it = known.find(f.path);
+    if (it != known.end() && it->second.size == f.st.st_size && it->second.mtimeNs == mtimeNs(f.st)) {
+      ++report.unchanged;
+      continue;
+    }
+    ++report.parsed;
+    auto tags = AudioTags::read(f.path);
+    SongRow row;
+    if (it != known.end()) {
+      row.persistentId = it->second.persistentId;
+      row.added = it->second.added;
+    } else {
+      row.persistentId = persistentIdForPath(f.path);
+      while (ids.count(row.persistentId)) row.persistentId = (row.persistentId + 1) & 0x7FFFFFFFFFFFFFFFull;
+      ids.insert(row.persistentId);
+      row.added = now;
+    }
+    row.path = f.path;
+    row.size = f.st.st_size;
+    row.mtimeNs = mtimeNs(f.st);
+    if (tags) {
+      row.title = tags->title;
+      row.artist = tags->artist;
+      row.album = tags->album;
+      row.duration = tags->duration;
+      row.artwork = tags->artwork;
+      row.readable = tags->readable;
+    } else {
+      row.readable = false;
+    }
+    if (!row.title) {
+      // A song without a title tag is known by its file name.
+      std::string name = f.path.substr(f.path.rfind('/') + 1);
+      row.title = name.substr(0, name.rfind('.'));
+    }
+    (it == known.end() ? report.added : report.updated)++;
+    writes.push_back(std::move(row));
+  }
+  SqliteTransaction tx(db_);
+  auto write = db_.prepare(
+      "INSERT OR REPLACE INTO songs(pid, path, size, mtime, title, artist, album, duration, artwork, readable, added) "
+      "VALUES(?,?,?,?,?,?,?,?,?,?,?)");
+  for (const auto& s : writes) {
+    write.bind(1, static_cast<std::int64_t>(s.persistentId)).bind(2, s.path).bind(3, s.size).bind(4, s.mtimeNs)
+        .bind(5, s.title).bind(6, s.artist).bind(7, s.album).bind(8, s.duration).bind(9, s.artwork ? 1 : 0)
+        .bind(10, s.readable ? 1 : 0).bind(11, s.added);
+    write.run();
+  }
+  auto remove = db_.prepare("DELETE FROM songs WHERE path = ?");
+  for (const auto& [path, row] : known) {
+    if (!seen.count(path) && isUnder(path, root)) {
+      remove.bind(1, path).run();
+      ++report.removed;
+    }
+  }
+  tx.commit();
+  auto count = db_.prepare("SELECT COUNT(*) FROM songs");
+  if (count.step()) report.songs = static_cast<int>(count.int64(0));
+  report.seconds = secondsSince(start);
+  return report;
+}
+
+std::vector<AssetRow> LibraryIndex::assets() {
+  std::vector<AssetRow> out;
+  auto s = db_.prepare(std::string("SELECT ") + kAssetColumns +
+                       " FROM assets a LEFT JOIN favourites f ON f.id = a.id ORDER BY a.created, a.path");
+  while (s.step()) out.push_back(assetFrom(s));
+  return out;
+}
+
+std::optional<AssetRow> LibraryIndex::assetWithId(const std::string& id) {
+  auto s = db_.prepare(std::string("SELECT ") + kAssetColumns +
+                       " FROM assets a LEFT JOIN favourites f ON f.id = a.id WHERE a.id = ?");
+  s.bind(1, id);
+  if (!s.step()) return std::nullopt;
+  return assetFrom(s);
+}
+
+std::vector<AlbumRow> LibraryIndex::albums() {
+  std::vector<AlbumRow> out;
+  auto s = db_.prepare("SELECT id, folder, seq FROM albums ORDER BY seq");
+  while (s.step()) out.push_back({s.text(0), s.text(1), s.int64(2)});
+  return out;
+}
+
+std::vector<SongRow> LibraryIndex::songs() {
+  std::vector<SongRow> out;
+  auto s = db_.prepare(
+      "SELECT pid, path, size, mtime, title, artist, album, duration, artwork, readable, added FROM songs ORDER BY path COLLATE NOCASE, path");
+  while (s.step()) {
+    SongRow r;
+    r.persistentId = static_cast<std::uint64_t>(s.int64(0));
+    r.path = s.text(1);
+    r.size = s.int64(2);
+    r.mtimeNs = s.int64(3);
+    r.title = s.optionalText(4);
+    r.artist = s.optionalText(5);
+    r.album = s.optionalText(6);
+    r.duration = s.real(7);
+    r.artwork = s.int64(8) != 0;
+    r.readable = s.int64(9) != 0;
+    r.added = s.real(10);
+    out.push_back(std::move(r));
+  }
+  return out;
+}
+
+std::string LibraryIndex::smartAlbumId(std::int64_t subtype) {
+  std::string key = "smart." + std::to_string(subtype);
+  auto get = db_.prepare("SELECT value FROM meta WHERE key = ?");
+  get.bind(1, key);
+  if (get.step()) return get.text(0);
+  std::string id = newIdentifier("L0/040");
+  db_.prepare("INSERT OR IGNORE INTO meta(key, value) VALUES(?, ?)").bind(1, key).bind(2, id).run();
+  get.reset();
+  get.bind(1, key);
+  return get.step() ? get.text(0) : id;
+}
+
+bool LibraryIndex::addFile(const std::string& path, const std::string& root, const std::string& id) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0) return false;
+  std::string folder;
+  if (isUnder(path, root)) {
+    std::string rel = path.substr(root.size() + 1);
+    auto slash = rel.rfind('/');
+    folder = slash == std::string::npos ? "" : rel.substr(0, slash);
+  }
+  auto row = readAsset(path, folder, st);
+  if (!row) return false;
+  row->id = id;
+  return db_.prepare(
+                "INSERT OR REPLACE INTO assets(id, path, folder, size, mtime, dev, ino, kind, subtypes, created, width, "
+                "height, orientation, duration, latitude, longitude, selfie) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)")
+      .bind(1, row->id).bind(2, row->path).bind(3, row->folder).bind(4, row->size).bind(5, row->mtimeNs)
+      .bind(6, row->device).bind(7, row->inode).bind(8, row->kind).bind(9, static_cast<std::int64_t>(row->subtypes))
+      .bind(10, row->created).bind(11, row->width).bind(12, row->height).bind(13, row->orientation)
+      .bind(14, row->duration).bind(15, row->latitude).bind(16, row->longitude).bind(17, row->selfie ? 1 : 0)
+      .run();
+}
+
+bool LibraryIndex::addAlbum(const std::string& folder, const std::string& id) {
+  auto seq = db_.prepare("SELECT COALESCE(MAX(seq), 0) + 1 FROM albums");
+  std::int64_t next = seq.step() ? seq.int64(0) : 1;
+  return db_.prepare("INSERT OR REPLACE INTO albums(id, folder, seq) VALUES(?,?,?)")
+      .bind(1, id).bind(2, folder).bind(3, next).run();
+}
+
+bool LibraryIndex::forgetAssets(const std::vector<std::string>& ids) {
+  SqliteTransaction tx(db_);
+  auto remove = db_.prepare("DELETE FROM assets WHERE id = ?");
+  auto unfavour = db_.prepare("DELETE FROM favourites WHERE id = ?");
+  for (const auto& id : ids) {
+    remove.bind(1, id).run();
+    unfavour.bind(1, id).run();
+  }
+  return tx.commit();
+}
+
+bool LibraryIndex::forgetAlbum(const std::string& id) {
+  return db_.prepare("DELETE FROM albums WHERE id = ?").bind(1, id).run();
+}
+
+bool LibraryIndex::setFavourite(const std::string& id, bool favourite) {
+  if (favourite) return db_.prepare("INSERT OR IGNORE INTO favourites(id) VALUES(?)").bind(1, id).run();
+  return db_.prepare("DELETE FROM favourites WHERE id = ?").bind(1, id).run();
+}
+
+}  // namespace nimbrel::desktop

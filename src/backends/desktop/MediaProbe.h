@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/photos/PHTypes.h"
+
+namespace nimbrel::desktop {
+
+// What a file says of itself: dates, sizes and places from its metadata (Exiv2 for pictures,
+// libavformat for movies). Safe to call from several threads at once.
+struct MediaFacts {
+  PHAssetMediaType kind = PHAssetMediaType::unknown;
+  std::optional<double> created;  // seconds since 1970
+  int width = 0, height = 0;      // as shown, the orientation applied
+  int orientation = 1;            // EXIF 1..8
+  double duration = 0;
+  std::optional<double> latitude, longitude;
+  bool selfie = false;
+  bool panorama = false;
+  bool screenshot = false;
+};
+
+enum class MediaFileKind { none, image, video, audio };
+
+// By the file name's extension, case aside.
+MediaFileKind mediaFileKind(std::string_view path);
+std::string lowercaseExtension(std::string_view path);
+
+// Pictures: EXIF DateTimeOriginal (with OffsetTimeOriginal when given, else local time), pixel size
+// and orientation, GPS position; the selfie and panorama hints. No value when the file cannot be
+// read as a picture.
+std::optional<MediaFacts> probeImage(const std::string& path);
+// Movies: duration, the shown size (rotation applied), creation time and ISO 6709 location tags.
+std::optional<MediaFacts> probeVideo(const std::string& path);
+// Seconds of timed media in any file libavformat reads; none when it cannot.
+std::optional<double> probeDuration(const std::string& path);
+
+// "2019:07:14 18:30:05" read as local time, or at `offset` ("+02:00") when given.
+std::optional<double> parseExifDateTime(std::string_view text, std::string_view offset = {});
+// "+48.8584+002.2945+035.000/" → latitude, longitude.
+std::optional<std::pair<double, double>> parseIso6709(std::string_view text);
+
+}  // namespace nimbrel::desktop

@@ -1,0 +1,156 @@
+#include "backends/desktop/LibraryIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "DesktopTestSupport.h"
+#include "backends/desktop/SampleMedia.h"
+#include "platform/photos/PHTypes.h"
+
+namespace nimbrel::desktop {
+namespace {
+
+using namespace testing;
+
+class LibraryIndexTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    fs::create_directories(root / "Pictures/Trips/Rome");
+    fs::create_directories(root / "Videos");
+    SampleExif dated;
+    dated.dateTimeOriginal = "2020:01:02 03:04:05";
+    dated.offsetTimeOriginal = "+00:00";
+    ASSERT_TRUE(writeSampleJpeg(root / "Pictures/a.jpg", 64, 48, dated));
+    ASSERT_TRUE(writeSampleJpeg(root / "Pictures/Trips/b.jpg", 48, 64));
+    ASSERT_TRUE(writeSampleJpeg(root / "Pictures/Trips/Rome/c.jpg", 32, 32));
+    SampleMovie movie;
+    movie.width = 96;
+    movie.height = 64;
+    ASSERT_TRUE(writeSampleMovie(root / "Videos/clip.mp4", movie));
+    std::ofstream(root / "Pictures/notes.txt") << "not media";
+    std::ofstream(root / "Pictures/.hidden.jpg") << "hidden";
+  }
+  std::vector<std::string> roots() const { return {root / "Pictures", root / "Videos"}; }
+  std::string indexPath() const { return root / "cache/library.sqlite3"; }
+  std::map<std::string, AssetRow> byName(LibraryIndex& index) {
+    std::map<std::string, AssetRow> out;
+    for (auto& r : index.assets()) out[fs::path(r.path).filename().string()] = r;
+    return out;
+  }
+
+  TempFolder root;
+};
+
+TEST_F(LibraryIndexTest, FirstScanReadsEveryMediaFileAndMakesAnAlbumPerFolder) {
+  fs::create_directories(root / "cache");
+  LibraryIndex index(indexPath());
+  ASSERT_TRUE(index.ok()) << index.error();
+  auto report = index.scanPhotos(roots());
+  EXPECT_EQ(report.parsed, 4);
+  EXPECT_EQ(report.unchanged, 0);
+  EXPECT_EQ(report.images, 3);
+  EXPECT_EQ(report.videos, 1);
+  auto rows = byName(index);
+  ASSERT_EQ(rows.size(), 4u) << "the text file and the hidden file are no media of the library";
+  EXPECT_EQ(rows["a.jpg"].folder, "");
+  EXPECT_EQ(rows["b.jpg"].folder, "Trips");
+  EXPECT_EQ(rows["c.jpg"].folder, "Trips/Rome");
+  EXPECT_EQ(rows["clip.mp4"].kind, static_cast<int>(PHAssetMediaType::video));
+  EXPECT_NEAR(rows["clip.mp4"].duration, 1.0, 0.15);
+  std::vector<std::string> folders;
+  for (const auto& a : index.albums()) folders.push_back(a.folder);
+  EXPECT_EQ(folders, (std::vector<std::string>{"Trips", "Trips/Rome"}));
+  for (const auto& [name, row] : rows) EXPECT_TRUE(row.id.ends_with("/L0/001")) << row.id;
+}
+
+TEST_F(LibraryIndexTest, RescanSkipsUnchangedFilesAndRereadsChangedOnes) {
+  fs::create_directories(root / "cache");
+  LibraryIndex index(indexPath());
+  index.scanPhotos(roots());
+  auto again = index.scanPhotos(roots());
+  EXPECT_EQ(again.parsed, 0) << "nothing changed, nothing is read";
+  EXPECT_EQ(again.unchanged, 4);
+
+  ASSERT_TRUE(writeSampleJpeg(root / "Pictures/a.jpg", 80, 40));  // new size, new time
+  setMtime(root / "Pictures/a.jpg", 1700000000);
+  ASSERT_TRUE(writeSampleJpeg(root / "Pictures/d.jpg", 20, 20));
+  auto third = index.scanPhotos(roots());
+  EXPECT_EQ(third.parsed, 2);
+  EXPECT_EQ(third.unchanged, 3);
+  EXPECT_EQ(third.updated, 1);
+  EXPECT_EQ(third.added, 1);
+  EXPECT_EQ(byName(index)["a.jpg"].width, 80);
+}
+
+TEST_F(LibraryIndexTest, IdentifiersStayAcrossRunsAndAcrossMovesInsideTheLibrary) {
+  fs::create_directories(root / "cache");
+  std::string before;
+  {
+    LibraryIndex index(indexPath());
+    index.scanPhotos(roots());
+    before = byName(index)["b.jpg"].id;
+  }
+  LibraryIndex reopened(indexPath());
+  auto report = reopened.scanPhotos(roots());
+  EXPECT_EQ(report.parsed, 0);
+  EXPECT_EQ(byName(reopened)["b.jpg"].id, before);
+
+  fs::rename(root / "Pictures/Trips/b.jpg", root / "Pictures/Trips/Rome/b.jpg");
+  auto moved = reopened.scanPhotos(roots());
+  EXPECT_EQ(moved.moved, 1);
+  EXPECT_EQ(moved.parsed, 0) << "a move is recognised by device, inode, size and time";
+  auto row = byName(reopened)["b.jpg"];
+  EXPECT_EQ(row.id, before);
+  EXPECT_EQ(row.folder, "Trips/Rome");
+}
+
+TEST_F(LibraryIndexTest, DeletedFilesAndFoldersLeaveTheIndex) {
+  fs::create_directories(root / "cache");
+  LibraryIndex index(indexPath());
+  index.scanPhotos(roots());
+  auto favourite = byName(index)["c.jpg"].id;
+  index.setFavourite(favourite, true);
+  fs::remove_all(root / "Pictures/Trips/Rome");
+  auto report = index.scanPhotos(roots());
+  EXPECT_EQ(report.removed, 1);
+  EXPECT_EQ(byName(index).count("c.jpg"), 0u);
+  EXPECT_EQ(index.albums().size(), 1u);
+  EXPECT_FALSE(index.assetWithId(favourite));
+}
+
+TEST_F(LibraryIndexTest, AMissingRootKeepsWhatWasKnownOfIt) {
+  fs::create_directories(root / "cache");
+  LibraryIndex index(indexPath());
+  index.scanPhotos(roots());
+  fs::rename(root / "Videos", root / "Unplugged");
+  auto report = index.scanPhotos(roots());
+  EXPECT_EQ(report.removed, 0);
+  EXPECT_EQ(byName(index).count("clip.mp4"), 1u);
+}
+
+TEST_F(LibraryIndexTest, SmartAlbumIdentifiersAreMadeOnceAndKept) {
+  fs::create_directories(root / "cache");
+  std::string first;
+  {
+    LibraryIndex index(indexPath());
+    first = index.smartAlbumId(209);
+    EXPECT_NE(first, index.smartAlbumId(202));
+  }
+  LibraryIndex again(indexPath());
+  EXPECT_EQ(again.smartAlbumId(209), first);
+}
+
+TEST(LibraryIndexIds, PersistentIdsAreFixedFunctionsOfThePathAndPositive) {
+  auto a = LibraryIndex::persistentIdForPath("/home/a/Music/x.mp3");
+  EXPECT_EQ(a, LibraryIndex::persistentIdForPath("/home/a/Music/x.mp3"));
+  EXPECT_NE(a, LibraryIndex::persistentIdForPath("/home/a/Music/y.mp3"));
+  EXPECT_LT(a, 0x8000000000000000ull);
+  auto id = LibraryIndex::newIdentifier();
+  EXPECT_EQ(id.size(), 36u + 7u);
+  EXPECT_EQ(id.substr(36), "/L0/001");
+  EXPECT_NE(id, LibraryIndex::newIdentifier());
+}
+
+}  // namespace
+}  // namespace nimbrel::desktop

@@ -1,0 +1,112 @@
+#include "backends/desktop/MediaProbe.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+#include "DesktopTestSupport.h"
+#include "backends/desktop/SampleMedia.h"
+
+namespace nimbrel::desktop {
+namespace {
+
+using namespace testing;
+
+TEST(MediaProbeTest, ReadsDateSizeOrientationAndPlaceFromExif) {
+  TempFolder dir;
+  std::string path = dir / "IMG_1.jpg";
+  SampleExif exif;
+  exif.dateTimeOriginal = "2021:07:14 18:30:05";
+  exif.offsetTimeOriginal = "+02:00";
+  exif.orientation = 6;
+  exif.latitude = 48.8584;
+  exif.longitude = -2.2945;
+  exif.lensModel = "iPhone 12 front camera 2.71mm";
+  ASSERT_TRUE(writeSampleJpeg(path, 120, 80, exif));
+  auto facts = probeImage(path);
+  ASSERT_TRUE(facts);
+  EXPECT_EQ(facts->kind, PHAssetMediaType::image);
+  ASSERT_TRUE(facts->created);
+  EXPECT_DOUBLE_EQ(*facts->created, 1626280205.0) << "18:30:05 at +02:00 is 16:30:05 UTC";
+  EXPECT_EQ(facts->orientation, 6);
+  EXPECT_EQ(facts->width, 80) << "a picture turned a quarter shows its height as width";
+  EXPECT_EQ(facts->height, 120);
+  ASSERT_TRUE(facts->latitude && facts->longitude);
+  EXPECT_NEAR(*facts->latitude, 48.8584, 1e-3);
+  EXPECT_NEAR(*facts->longitude, -2.2945, 1e-3) << "West is negative";
+  EXPECT_TRUE(facts->selfie);
+  EXPECT_FALSE(facts->panorama);
+}
+
+TEST(MediaProbeTest, ADateWithoutOffsetIsLocalTime) {
+  ScopedEnv tz("TZ", "America/New_York");
+  ::tzset();
+  auto when = parseExifDateTime("2021:01:15 12:00:00");
+  ASSERT_TRUE(when);
+  EXPECT_DOUBLE_EQ(*when, 1610730000.0) << "noon in New York in January is 17:00 UTC";
+  ::unsetenv("TZ");
+  ::tzset();
+}
+
+TEST(MediaProbeTest, WideOrMarkedPicturesArePanoramas) {
+  TempFolder dir;
+  ASSERT_TRUE(writeSampleJpeg(dir / "wide.jpg", 200, 100));
+  ASSERT_TRUE(writeSampleJpeg(dir / "almost.jpg", 199, 100));
+  SampleExif marked;
+  marked.panoramaProjection = "equirectangular";
+  ASSERT_TRUE(writeSampleJpeg(dir / "marked.jpg", 100, 100, marked));
+  EXPECT_TRUE(probeImage(dir / "wide.jpg")->panorama);
+  EXPECT_FALSE(probeImage(dir / "almost.jpg")->panorama);
+  EXPECT_TRUE(probeImage(dir / "marked.jpg")->panorama);
+}
+
+TEST(MediaProbeTest, MoviesGiveDurationSizeDateAndPlace) {
+  TempFolder dir;
+  std::string path = dir / "clip.mov";
+  SampleMovie movie;
+  movie.width = 96;
+  movie.height = 64;
+  movie.seconds = 2;
+  movie.creationTime = "2022-03-04T05:06:07Z";
+  movie.location = "+35.6762+139.6503/";
+  ASSERT_TRUE(writeSampleMovie(path, movie));
+  auto facts = probeVideo(path);
+  ASSERT_TRUE(facts);
+  EXPECT_EQ(facts->kind, PHAssetMediaType::video);
+  EXPECT_NEAR(facts->duration, 2.0, 0.2);
+  EXPECT_EQ(facts->width, 96);
+  EXPECT_EQ(facts->height, 64);
+  ASSERT_TRUE(facts->created);
+  EXPECT_DOUBLE_EQ(*facts->created, 1646370367.0);
+  ASSERT_TRUE(facts->latitude);
+  EXPECT_NEAR(*facts->latitude, 35.6762, 1e-3);
+  EXPECT_NEAR(*probeDuration(path), 2.0, 0.2);
+}
+
+TEST(MediaProbeTest, UnreadableFilesGiveNothing) {
+  TempFolder dir;
+  std::ofstream(dir / "broken.jpg") << "no picture here";
+  EXPECT_FALSE(probeImage(dir / "broken.jpg"));
+  EXPECT_FALSE(probeVideo(dir / "broken.jpg"));
+  EXPECT_FALSE(probeDuration(dir / "missing.mp3"));
+}
+
+TEST(MediaProbeTest, KindsFollowTheExtensionWhateverItsCase) {
+  EXPECT_EQ(mediaFileKind("/a/IMG_1.HEIC"), MediaFileKind::image);
+  EXPECT_EQ(mediaFileKind("/a/b.MoV"), MediaFileKind::video);
+  EXPECT_EQ(mediaFileKind("/a/b.flac"), MediaFileKind::audio);
+  EXPECT_EQ(mediaFileKind("/a.jpg/readme"), MediaFileKind::none);
+  EXPECT_EQ(lowercaseExtension("/x/y.Tar.GZ"), "gz");
+}
+
+TEST(MediaProbeTest, Iso6709NeedsBothCoordinatesInRange) {
+  auto p = parseIso6709("-33.8688+151.2093+010.000/");
+  ASSERT_TRUE(p);
+  EXPECT_DOUBLE_EQ(p->first, -33.8688);
+  EXPECT_DOUBLE_EQ(p->second, 151.2093);
+  EXPECT_FALSE(parseIso6709("+91.0+010.0/"));
+  EXPECT_FALSE(parseIso6709("garbage"));
+}
+
+}  // namespace
+}  // namespace nimbrel::desktop

@@ -1,0 +1,177 @@
+// nimbrel-library: the desktop library's index, thumbnails and permission answers from a terminal,
+// with the same folders and environment as the program.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "backends/desktop/DesktopLocations.h"
+#include "backends/desktop/DesktopPermissions.h"
+#include "backends/desktop/LibraryIndex.h"
+#include "backends/desktop/ThumbnailCache.h"
+#include "platform/photos/PHTypes.h"
+
+using namespace nimbrel::desktop;
+namespace fs = std::filesystem;
+
+namespace {
+
+int usage(int status) {
+  std::fprintf(status ? stderr : stdout,
+               "usage: nimbrel-library scan [--pictures DIR] [--videos DIR] [--music DIR]\n"
+               "       nimbrel-library thumbnails [--pictures DIR] [--videos DIR]\n"
+               "       nimbrel-library status\n"
+               "       nimbrel-library permissions [reset|allow|deny photos|music|tracking]\n");
+  return status;
+}
+
+const char* show(const std::string& path) {
+  return path.empty() ? "(none)" : path.c_str();
+}
+
+std::unique_ptr<LibraryIndex> openIndex(const DesktopLocations& l) {
+  std::error_code ec;
+  fs::create_directories(l.cache, ec);
+  auto index = std::make_unique<LibraryIndex>(l.indexPath());
+  if (!index->ok()) {
+    std::fprintf(stderr, "nimbrel-library: cannot open %s: %s\n", l.indexPath().c_str(), index->error().c_str());
+    return nullptr;
+  }
+  return index;
+}
+
+void printAlbums(LibraryIndex& index) {
+  std::map<std::string, int> perFolder;
+  for (const auto& a : index.assets()) perFolder[a.folder]++;
+  for (const auto& album : index.albums()) {
+    std::printf("  album %-30s %d\n", album.folder.c_str(), perFolder[album.folder]);
+  }
+}
+
+int scan(const DesktopLocations& l) {
+  auto index = openIndex(l);
+  if (!index) return 1;
+  std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
+  auto photos = index->scanPhotos({l.pictures, l.videos});
+  auto music = l.music.empty() ? ScanReport{} : index->scanMusic(l.music);
+  std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",
+              photos.images, photos.videos, photos.albums, photos.parsed, photos.unchanged, photos.added, photos.moved,
+              photos.removed, photos.seconds);
+  printAlbums(*index);
+  std::printf("music: %d songs (%d read, %d unchanged, %d gone) in %.3f s\n", music.songs, music.parsed, music.unchanged,
+              music.removed, music.seconds);
+  std::printf("total %.3f s\n", photos.seconds + music.seconds);
+  return 0;
+}
+
+int thumbnails(const DesktopLocations& l) {
+  auto index = openIndex(l);
+  if (!index) return 1;
+  index->scanPhotos({l.pictures, l.videos});
+  auto rows = index->assets();
+  ThumbnailCache cache(l.thumbnails);
+  auto start = std::chrono::steady_clock::now();
+  unsigned workers = std::max(1u, std::min(4u, std::thread::hardware_concurrency()));
+  std::vector<std::thread> threads;
+  for (unsigned w = 0; w < workers; ++w) {
+    threads.emplace_back([&, w] {
+      for (size_t i = w; i < rows.size(); i += workers) {
+        for (int box : {128, 256}) cache.thumbnail(rows[i].path, box, rows[i].orientation);
+      }
+    });
+  }
+  for (auto& t : threads) t.join();
+  double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  auto counts = cache.counts();
+  std::printf("thumbnails in %s: %d made, %d already there, %d could not be made, for %zu files in %.3f s\n",
+              l.thumbnails.c_str(), counts.made, counts.reused, counts.failed, rows.size(), seconds);
+  return 0;
+}
+
+int status(const DesktopLocations& l) {
+  std::printf("app home:     %s\npreferences:  %s\nindex:        %s\nthumbnails:   %s\npermissions:  %s\ntrash:        %s\n",
+              l.appHome.c_str(), l.preferences.c_str(), l.indexPath().c_str(), l.thumbnails.c_str(),
+              l.permissionsPath().c_str(), l.trash().c_str());
+  std::printf("Pictures:     %s\nVideos:       %s\nMusic:        %s\n", show(l.pictures), show(l.videos), show(l.music));
+  if (!fs::exists(l.indexPath())) {
+    std::printf("no index yet: run `nimbrel-library scan`\n");
+    return 0;
+  }
+  auto index = openIndex(l);
+  if (!index) return 1;
+  int images = 0, videos = 0, favourites = 0;
+  for (const auto& a : index->assets()) {
+    (a.kind == static_cast<int>(PHAssetMediaType::video) ? videos : images)++;
+    favourites += a.favourite;
+  }
+  std::printf("indexed: %d images, %d videos, %zu albums, %d favourites, %zu songs\n", images, videos,
+              index->albums().size(), favourites, index->songs().size());
+  return 0;
+}
+
+int permissions(const DesktopLocations& l, int argc, char** argv, int at) {
+  using Kind = PermissionAuthority::Kind;
+  if (at >= argc) {
+    DesktopPermissions kept(l.permissionsPath());
+    for (Kind k : {Kind::photos, Kind::music, Kind::tracking}) {
+      int s = kept.status(k);
+      const char* word = s == 0 ? "not asked" : s == DesktopPermissions::allowedStatus(k) ? "allowed" : "refused";
+      std::printf("%-9s %s (%d)\n", DesktopPermissions::name(k), word, s);
+    }
+    return 0;
+  }
+  if (at + 2 != argc) return usage(2);
+  std::string verb = argv[at];
+  auto kind = DesktopPermissions::kindNamed(argv[at + 1]);
+  if (!kind) return usage(2);
+  std::optional<int> value;
+  if (verb == "allow") {
+    value = DesktopPermissions::allowedStatus(*kind);
+  } else if (verb == "deny") {
+    value = DesktopPermissions::refusedStatus(*kind);
+  } else if (verb != "reset") {
+    return usage(2);
+  }
+  if (!DesktopPermissions::setStatus(l.permissionsPath(), *kind, value)) {
+    std::fprintf(stderr, "nimbrel-library: cannot write %s\n", l.permissionsPath().c_str());
+    return 1;
+  }
+  std::printf("%s: %s\n", argv[at + 1], verb == "reset" ? "will be asked again" : verb == "allow" ? "allowed" : "refused");
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return usage(2);
+  std::string command = argv[1];
+  if (command == "--help" || command == "-h") return usage(0);
+  DesktopLocations::Overrides overrides;
+  int i = 2;
+  if (command != "permissions") {
+    for (; i < argc; ++i) {
+      auto value = [&](std::string& field) {
+        if (i + 1 >= argc) return false;
+        field = fs::absolute(argv[++i]).lexically_normal().string();
+        while (field.size() > 1 && field.back() == '/') field.pop_back();
+        return true;
+      };
+      bool ok = std::strcmp(argv[i], "--pictures") == 0   ? value(overrides.pictures)
+                : std::strcmp(argv[i], "--videos") == 0 ? value(overrides.videos)
+                : std::strcmp(argv[i], "--music") == 0  ? value(overrides.music)
+                                                        : false;
+      if (!ok) return usage(2);
+    }
+  }
+  auto locations = DesktopLocations::resolve(overrides);
+  if (command == "scan") return scan(locations);
+  if (command == "thumbnails") return thumbnails(locations);
+  if (command == "status") return status(locations);
+  if (command == "permissions") return permissions(locations, argc, argv, 2);
+  return usage(2);
+}
