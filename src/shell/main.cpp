@@ -1,6 +1,6 @@
-// nimbrel: the Qt Quick front end. Runs the program on the simulated platform (the only one this
-// build has), with the demo fixture unless one is given; `--automation` speaks the automation
-// protocol on standard input and output over the live window.
+// nimbrel: the Qt Quick front end. Runs the program over the user's own folders (the desktop
+// platform), or on the simulated platform with `--fixture F.json` or `--demo` (the demo fixture);
+// `--automation` speaks the automation protocol on standard input and output over the live window.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -18,6 +18,7 @@
 
 #include "app/core/ApplicationMain.h"
 #include "automation/AutomationSession.h"
+#include "backends/desktop/DesktopPlatform.h"
 #include "backends/sim/Fixture.h"
 #include "backends/sim/SimPlatform.h"
 #include "platform/foundation/NSUserDefaults.h"
@@ -36,12 +37,13 @@ namespace {
 
 struct Options {
   std::string fixture;
+  bool demo = false;
   bool automation = false;
   std::optional<QSize> size;
 };
 
 int usage(int status) {
-  std::fprintf(stderr, "usage: nimbrel [--fixture FILE.json] [--automation] [--size WIDTHxHEIGHT]\n");
+  std::fprintf(stderr, "usage: nimbrel [--fixture FILE.json | --demo] [--automation] [--size WIDTHxHEIGHT]\n");
   return status;
 }
 
@@ -67,6 +69,8 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
       options.fixture = argv[++i];
+    } else if (std::strcmp(argv[i], "--demo") == 0) {
+      options.demo = true;
     } else if (std::strcmp(argv[i], "--automation") == 0) {
       options.automation = true;
     } else if (std::strcmp(argv[i], "--size") == 0 && i + 1 < argc) {
@@ -88,31 +92,45 @@ int main(int argc, char** argv) {
   font.setPixelSize(15);
   QGuiApplication::setFont(font);
 
-  const bool demo = options.fixture.empty();
-  const std::string fixturePath = demo ? demoFixture() : options.fixture;
-  auto fixture = nimbrel::sim::Fixture::load(fixturePath);
-  if (!fixture) {
-    std::fprintf(stderr, "nimbrel: %s\n", fixture.error().c_str());
-    return 2;
+  const bool simulated = options.demo || !options.fixture.empty();
+  std::optional<nimbrel::sim::Fixture> fixture;
+  if (simulated) {
+    auto loaded = nimbrel::sim::Fixture::load(options.fixture.empty() ? demoFixture() : options.fixture);
+    if (!loaded) {
+      std::fprintf(stderr, "nimbrel: %s\n", loaded.error().c_str());
+      return 2;
+    }
+    fixture = std::move(loaded).value();
   }
 
-  nimbrel::shell::QtRunLoop loop(fixture.value().now);
+  nimbrel::shell::QtRunLoop loop(fixture ? fixture->now : nimbrel::desktop::DesktopPlatform::wallClockSince2001());
   RunLoop* previousLoop = RunLoop::install(&loop);
-  const double scale = fixture.value().screenScale;
-  const std::string systemVersion = fixture.value().systemVersion;
-  const QSize fixtureScreen(static_cast<int>(fixture.value().screenWidth), static_cast<int>(fixture.value().screenHeight));
+  // A phone-sized window unless told otherwise; the sim's fixture names its own screen.
+  const double scale = fixture ? fixture->screenScale : 2.0;
+  const std::string systemVersion = fixture ? fixture->systemVersion : std::string("17.0");
+  const QSize defaultSize = fixture ? QSize(static_cast<int>(fixture->screenWidth), static_cast<int>(fixture->screenHeight))
+                                    : QSize(390, 844);
+  const QSize size = options.size.value_or(defaultSize);
+  // The window decides the device: a wide one is a pad.
+  const bool pad = size.width() >= 700;
   int status = 0;
   {
-    nimbrel::sim::SimPlatform platform(std::move(fixture).value(), nimbrel::sim::SimPlatform::RunLoopChoice::installed);
+    std::unique_ptr<nimbrel::sim::SimPlatform> sim;
+    std::unique_ptr<nimbrel::desktop::DesktopPlatform> desktop;
+    if (fixture) {
+      sim = std::make_unique<nimbrel::sim::SimPlatform>(std::move(*fixture),
+                                                         nimbrel::sim::SimPlatform::RunLoopChoice::installed);
+    } else {
+      nimbrel::desktop::DesktopPlatform::Options desktopOptions;
+      desktopOptions.runLoop = nimbrel::desktop::DesktopPlatform::RunLoopChoice::installed;
+      desktop = std::make_unique<nimbrel::desktop::DesktopPlatform>(desktopOptions);
+    }
 
-    // The window decides the device: a wide one is a pad.
-    const QSize size = options.size.value_or(fixtureScreen);
-    const bool pad = size.width() >= 700;
     UIDevice::currentDevice().configure(pad ? UIUserInterfaceIdiom::pad : UIUserInterfaceIdiom::phone, systemVersion);
     UIScreen::mainScreen().configure({double(size.width()), double(size.height())}, scale);
     TextMeasurer::install(std::make_shared<nimbrel::shell::QtTextMeasurer>(family));
 
-    nimbrel::shell::QtAutomationHost host(loop, &platform);
+    nimbrel::shell::QtAutomationHost host(loop, sim.get());
     std::unique_ptr<nimbrel::AutomationSession> session;
     if (options.automation) session = std::make_unique<nimbrel::AutomationSession>(host);
 
@@ -121,7 +139,9 @@ int main(int argc, char** argv) {
 
     nimbrel::shell::AppBridge bridge;
     bridge.setPad(pad);
-    bridge.setWindowTitle(demo ? QStringLiteral("Nimbrel — demo") : QStringLiteral("Nimbrel"));
+    bridge.setWindowTitle(!sim                       ? QStringLiteral("Nimbrel")
+                         : options.fixture.empty() ? QStringLiteral("Nimbrel — demo")
+                                                   : QStringLiteral("Nimbrel — simulated"));
 
     QQmlApplicationEngine engine;
     engine.addImageProvider(QString::fromLatin1(nimbrel::shell::ImageStore::kProviderId),

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "backends/desktop/DemoAdNetwork.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopPermissions.h"
@@ -56,12 +57,12 @@ class HomeVolume : public VolumeInfoSource {
   std::string home_;
 };
 
-double wallClockSince2001() {
+}  // namespace
+
+double DesktopPlatform::wallClockSince2001() {
   double unix = std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
   return Date::fromUnix(unix).timeIntervalSinceReferenceDate;
 }
-
-}  // namespace
 
 std::string DesktopPlatform::localeFromEnvironment() {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -140,6 +141,7 @@ DesktopPlatform::DesktopPlatform(Options options)
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
   MediaDurations::install(std::make_shared<DesktopMediaDurations>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
+  DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
 }
 

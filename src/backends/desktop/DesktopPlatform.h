@@ -44,6 +44,8 @@ class DesktopPlatform {
 
   // "de_DE.UTF-8" → "de_DE"; C, POSIX or nothing → "en_US".
   static std::string localeFromEnvironment();
+  // Now, as the platform's dates count it (seconds since 2001-01-01 UTC).
+  static double wallClockSince2001();
   // $TZ, else the zone /etc/localtime links to, else /etc/timezone, else "UTC".
   static std::string timeZoneFromEnvironment();
 
