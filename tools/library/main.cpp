@@ -23,7 +23,7 @@ namespace {
 
 int usage(int status) {
   std::fprintf(status ? stderr : stdout,
-               "usage: nimbrel-library scan [--pictures DIR] [--videos DIR] [--music DIR]\n"
+               "usage: nimbrel-library scan [--full] [--pictures DIR] [--videos DIR] [--music DIR]\n"
                "       nimbrel-library thumbnails [--pictures DIR] [--videos DIR]\n"
                "       nimbrel-library status\n"
                "       nimbrel-library permissions [reset|allow|deny photos|music|tracking]\n");
@@ -53,11 +53,12 @@ void printAlbums(LibraryIndex& index) {
   }
 }
 
-int scan(const DesktopLocations& l) {
+// Folders whose times have not moved are taken as they were unless `full` asks for every file.
+int scan(const DesktopLocations& l, bool full) {
   auto index = openIndex(l);
   if (!index) return 1;
   std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
-  auto photos = index->scanPhotos({l.pictures, l.videos});
+  auto photos = index->scanPhotos({l.pictures, l.videos}, full ? ScanDepth::full : ScanDepth::quick);
   auto music = l.music.empty() ? ScanReport{} : index->scanMusic(l.music);
   std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",
               photos.images, photos.videos, photos.albums, photos.parsed, photos.unchanged, photos.added, photos.moved,
@@ -72,7 +73,7 @@ int scan(const DesktopLocations& l) {
 int thumbnails(const DesktopLocations& l) {
   auto index = openIndex(l);
   if (!index) return 1;
-  index->scanPhotos({l.pictures, l.videos});
+  index->scanPhotos({l.pictures, l.videos}, ScanDepth::quick);
   auto rows = index->assets();
   ThumbnailCache cache(l.thumbnails);
   auto start = std::chrono::steady_clock::now();
@@ -152,6 +153,7 @@ int main(int argc, char** argv) {
   std::string command = argv[1];
   if (command == "--help" || command == "-h") return usage(0);
   DesktopLocations::Overrides overrides;
+  bool full = false;
   int i = 2;
   if (command != "permissions") {
     for (; i < argc; ++i) {
@@ -161,6 +163,10 @@ int main(int argc, char** argv) {
         while (field.size() > 1 && field.back() == '/') field.pop_back();
         return true;
       };
+      if (command == "scan" && std::strcmp(argv[i], "--full") == 0) {
+        full = true;
+        continue;
+      }
       bool ok = std::strcmp(argv[i], "--pictures") == 0   ? value(overrides.pictures)
                 : std::strcmp(argv[i], "--videos") == 0 ? value(overrides.videos)
                 : std::strcmp(argv[i], "--music") == 0  ? value(overrides.music)
@@ -169,7 +175,7 @@ int main(int argc, char** argv) {
     }
   }
   auto locations = DesktopLocations::resolve(overrides);
-  if (command == "scan") return scan(locations);
+  if (command == "scan") return scan(locations, full);
   if (command == "thumbnails") return thumbnails(locations);
   if (command == "status") return status(locations);
   if (command == "permissions") return permissions(locations, argc, argv, 2);

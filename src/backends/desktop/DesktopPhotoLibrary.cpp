@@ -310,8 +310,8 @@ ScanReport DesktopPhotoLibrary::lastScan() const {
   return lastScan_;
 }
 
-void DesktopPhotoLibrary::scanNow() {
-  auto report = index_->scanPhotos({options_.pictures, options_.videos});
+void DesktopPhotoLibrary::scanNow(ScanDepth depth) {
+  auto report = index_->scanPhotos({options_.pictures, options_.videos}, depth);
   watchFolders(report.folders);
   if (options_.prefillThumbnails > 0) {
     prefill_.clear();
@@ -335,7 +335,10 @@ void DesktopPhotoLibrary::watchFolders(const std::vector<std::string>& folders) 
 
 void DesktopPhotoLibrary::workerLoop() {
   if (options_.scanAtStart) {
-    scanNow();
+    // The folders that did not move are taken as they were, so the library shows at once; the
+    // check of every file (one rewritten in place while the program was closed) follows.
+    scanNow(ScanDepth::quick);
+    enqueue([this] { scanNow(ScanDepth::full); });
   } else if (options_.watch) {
     // Watching needs the folder list even when the first scan is skipped.
     std::vector<std::string> folders;

@@ -99,7 +99,7 @@ class DesktopPhotoLibrary : public PhotoLibrarySource {
   void publish();
   void enqueue(std::function<void()> job);
   void workerLoop();
-  void scanNow();
+  void scanNow(ScanDepth depth = ScanDepth::full);
   void watchFolders(const std::vector<std::string>& folders);
   void apply(const Changes& changes, std::function<void(bool, std::optional<NSError>)> answer);
   void askThenApply(Changes changes, std::function<void(bool, std::optional<NSError>)> answer);

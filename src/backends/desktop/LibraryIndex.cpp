@@ -3,13 +3,16 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <uuid/uuid.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
+#include <random>
 #include <tuple>
+#include <thread>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "backends/desktop/AudioTags.h"
 #include "backends/desktop/MediaProbe.h"
@@ -19,59 +22,184 @@ namespace nimbrel::desktop {
 
 namespace {
 
-constexpr int kSchemaVersion = 1;
+constexpr int kSchemaVersion = 2;
 
 std::int64_t mtimeNs(const struct stat& st) {
   return static_cast<std::int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
 }
 
+// A media file met by a walk. Folder and root point into the walk's own tables, which outlive it:
+// a library has many files and few folders.
 struct Found {
   std::string path;
-  std::string folder;
-  std::string root;
+  const std::string* folder;
+  const std::string* root;
   struct stat st;
 };
+
+const std::string kTopFolder;
 
 bool isUnder(const std::string& path, const std::string& root) {
   return path.size() > root.size() && path.compare(0, root.size(), root) == 0 && path[root.size()] == '/';
 }
 
-// Hidden entries are skipped, and so is any folder that is a root of its own (a Videos folder
-// inside Pictures is walked once, as itself).
-void walk(const std::string& root, const std::string& dir, const std::string& rel, bool wantAudio,
-          const std::set<std::string>& otherRoots, std::vector<Found>& files, std::set<std::string>& folders,
-          std::vector<std::string>& absoluteFolders, int depth) {
-  if (depth > 64) return;
-  DIR* d = ::opendir(dir.c_str());
-  if (!d) return;
-  absoluteFolders.push_back(dir);
-  std::vector<std::pair<std::string, bool>> entries;
-  while (dirent* e = ::readdir(d)) {
-    if (e->d_name[0] == '.') continue;
-    std::string name = e->d_name;
-    std::string path = dir + "/" + name;
-    struct stat st;
-    if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) continue;
-    if (S_ISDIR(st.st_mode)) {
-      // A link to a folder could loop; only real folders are walked.
-      struct stat lst;
-      if (::fstatat(::dirfd(d), e->d_name, &lst, AT_SYMLINK_NOFOLLOW) != 0 || S_ISLNK(lst.st_mode)) continue;
+std::int64_t ctimeNs(const struct stat& st) {
+  return static_cast<std::int64_t>(st.st_ctim.tv_sec) * 1000000000 + st.st_ctim.tv_nsec;
+}
+
+// A folder as the last walk left it: its times, its subfolders and how many media files it held.
+struct FolderState {
+  std::int64_t mtime = -1, ctime = -1;
+  std::vector<std::string> subfolders;
+  int files = 0;
+};
+
+std::string joinLines(const std::vector<std::string>& lines) {
+  std::string out;
+  for (const auto& l : lines) (out += l) += '\n';
+  return out;
+}
+
+std::vector<std::string> splitLines(std::string_view text) {
+  std::vector<std::string> out;
+  for (std::size_t start = 0, nl; (nl = text.find('\n', start)) != std::string_view::npos; start = nl + 1) {
+    out.emplace_back(text.substr(start, nl - start));
+  }
+  return out;
+}
+
+// Walks the library's folders. Hidden entries are skipped, and so is any folder that is a root of
+// its own (a Videos folder inside Pictures is walked once, as itself).
+//
+// Given the folders' last states, a folder whose modification and change times are those of the
+// last walk has the same entries, so it is not read and its files are not looked at (the way
+// updatedb spares unchanged folders): an unchanged library costs a stat per folder, not per file.
+// A file rewritten in place leaves its folder's times alone; a full walk (and, while the program
+// runs, the folder's change notifications) catches those.
+struct Walker {
+  bool wantAudio = false;
+  std::set<std::string> otherRoots;
+  const std::unordered_map<std::string, FolderState>* last = nullptr;
+  std::int64_t nowNs = 0;
+  std::int64_t settleNs = 0;
+
+  std::vector<Found> files;
+  std::set<std::string> folders;  // relative to their root: the albums
+  std::vector<std::string> absoluteFolders;
+  std::vector<std::pair<std::string, FolderState>> read;  // folders read this time, with what to keep
+  std::unordered_set<std::string> trusted;                // folders taken as they were
+  int trustedFiles = 0;
+
+  void walk(const std::string& root, const std::string& dir, const std::string& rel, int depth) {
+    if (depth > 64) return;
+    int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    struct stat ds;
+    if (::fstat(fd, &ds) != 0) {
+      ::close(fd);
+      return;
+    }
+    absoluteFolders.push_back(dir);
+    const std::int64_t m = mtimeNs(ds), c = ctimeNs(ds);
+    std::vector<std::string> subfolders;
+    auto known = last ? last->find(dir) : decltype(last->end()){};
+    if (last && known != last->end() && known->second.mtime == m && known->second.ctime == c) {
+      ::close(fd);
+      trusted.insert(dir);
+      trustedFiles += known->second.files;
+      subfolders = known->second.subfolders;
+    } else {
+      DIR* d = ::fdopendir(fd);
+      if (!d) {
+        ::close(fd);
+        return;
+      }
+      int count = 0;
+      while (dirent* e = ::readdir(d)) {
+        if (e->d_name[0] == '.') continue;
+        // The kind from readdir spares a stat for folders; files are stat'ed only when their name
+        // says they are media (size and time decide whether they are read again).
+        const unsigned char type = e->d_type;
+        if (type != DT_DIR) {
+          auto kind = mediaFileKind(e->d_name);
+          bool wanted = wantAudio ? kind == MediaFileKind::audio
+                                  : (kind == MediaFileKind::image || kind == MediaFileKind::video);
+          if (wanted) {
+            struct stat st;
+            if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) continue;
+            if (S_ISREG(st.st_mode)) {
+              files.push_back({dir + "/" + e->d_name, &rel, &root, st});
+              ++count;
+              continue;
+            }
+          }
+        }
+        if (type != DT_DIR && type != DT_UNKNOWN) continue;
+        struct stat lst;
+        // A link to a folder could loop; only real folders are walked.
+        if (type == DT_UNKNOWN &&
+            (::fstatat(::dirfd(d), e->d_name, &lst, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISDIR(lst.st_mode))) {
+          continue;
+        }
+        subfolders.emplace_back(e->d_name);
+      }
+      ::closedir(d);
+      std::sort(subfolders.begin(), subfolders.end());
+      // A folder changed in the last moments may change again within the clock's resolution
+      // without its times moving: it is read again next time.
+      bool settled = nowNs - std::max(m, c) >= settleNs;
+      read.emplace_back(dir, FolderState{settled ? m : -1, settled ? c : -1, subfolders, count});
+    }
+    for (const auto& name : subfolders) {
+      std::string path = dir + "/" + name;
       if (otherRoots.count(path)) continue;
-      entries.emplace_back(name, true);
-    } else if (S_ISREG(st.st_mode)) {
-      auto kind = mediaFileKind(name);
-      bool wanted = wantAudio ? kind == MediaFileKind::audio
-                              : (kind == MediaFileKind::image || kind == MediaFileKind::video);
-      if (wanted) files.push_back({path, rel, root, st});
+      auto child = folders.insert(rel.empty() ? name : rel + "/" + name).first;
+      walk(root, path, *child, depth + 1);
     }
   }
-  ::closedir(d);
-  std::sort(entries.begin(), entries.end());
-  for (const auto& [name, isDir] : entries) {
-    std::string childRel = rel.empty() ? name : rel + "/" + name;
-    folders.insert(childRel);
-    walk(root, dir + "/" + name, childRel, wantAudio, otherRoots, files, folders, absoluteFolders, depth + 1);
-  }
+};
+
+std::optional<AssetRow> readAsset(const std::string& path, const std::string& folder,
+                                                const struct stat& st) {
+  auto kind = mediaFileKind(path);
+  std::optional<MediaFacts> facts = kind == MediaFileKind::image   ? probeImage(path)
+                                    : kind == MediaFileKind::video ? probeVideo(path)
+                                                                   : std::nullopt;
+  if (!facts) return std::nullopt;
+  AssetRow r;
+  r.path = path;
+  r.folder = folder;
+  r.size = st.st_size;
+  r.mtimeNs = mtimeNs(st);
+  r.device = static_cast<std::int64_t>(st.st_dev);
+  r.inode = static_cast<std::int64_t>(st.st_ino);
+  r.kind = static_cast<int>(facts->kind);
+  if (facts->panorama) r.subtypes |= PHAssetMediaSubtypePhotoPanorama;
+  if (facts->screenshot) r.subtypes |= PHAssetMediaSubtypePhotoScreenshot;
+  r.created = facts->created ? facts->created : std::optional<double>(static_cast<double>(r.mtimeNs) / 1e9);
+  r.width = facts->width;
+  r.height = facts->height;
+  r.orientation = facts->orientation;
+  r.duration = facts->duration;
+  r.latitude = facts->latitude;
+  r.longitude = facts->longitude;
+  r.selfie = facts->selfie;
+  return r;
+}
+
+std::vector<std::optional<AssetRow>> readAssets(const std::vector<const Found*>& files) {
+  std::vector<std::optional<AssetRow>> rows(files.size());
+  auto readFrom = [&](std::size_t first, std::size_t step) {
+    for (std::size_t i = first; i < files.size(); i += step) rows[i] = readAsset(files[i]->path, *files[i]->folder, files[i]->st);
+  };
+  // A few files are not worth a thread; interleaved slices keep the threads' shares even.
+  std::size_t threads = std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), 8);
+  if (files.size() < 64) threads = 1;
+  std::vector<std::thread> helpers;
+  for (std::size_t t = 1; t < threads; ++t) helpers.emplace_back(readFrom, t, threads);
+  readFrom(0, threads);
+  for (auto& helper : helpers) helper.join();
+  return rows;
 }
 
 bool isDirectory(const std::string& path) {
@@ -138,15 +266,28 @@ void LibraryIndex::createSchema() {
       pid INTEGER PRIMARY KEY, path TEXT NOT NULL UNIQUE, size INTEGER NOT NULL, mtime INTEGER NOT NULL,
       title TEXT, artist TEXT, album TEXT, duration REAL NOT NULL, artwork INTEGER NOT NULL,
       readable INTEGER NOT NULL, added REAL NOT NULL);
-    PRAGMA user_version = 1;
+    CREATE TABLE IF NOT EXISTS dirs(
+      path TEXT PRIMARY KEY, mtime INTEGER NOT NULL, ctime INTEGER NOT NULL, subs TEXT NOT NULL,
+      files INTEGER NOT NULL);
+    PRAGMA user_version = 2;
   )sql");
 }
 
 std::string LibraryIndex::newIdentifier(const char* suffix) {
-  uuid_t uuid;
-  uuid_generate_random(uuid);
+  // A version 4 UUID. libuuid asks the kernel for randomness on every call, which a first index
+  // of many thousand files felt; a generator per thread, seeded from the kernel once, does not.
+  thread_local std::mt19937_64 generator = [] {
+    std::random_device device;
+    std::seed_seq seed{device(), device(), device(), device(), device(), device(), device(), device()};
+    return std::mt19937_64(seed);
+  }();
+  std::uint64_t high = generator(), low = generator();
+  high = (high & 0xFFFFFFFFFFFF0FFFull) | 0x0000000000004000ull;  // version 4
+  low = (low & 0x3FFFFFFFFFFFFFFFull) | 0x8000000000000000ull;    // RFC 4122 variant
   char text[37];
-  uuid_unparse_upper(uuid, text);
+  std::snprintf(text, sizeof text, "%08X-%04X-%04X-%04X-%012llX", static_cast<unsigned>(high >> 32),
+                static_cast<unsigned>((high >> 16) & 0xFFFF), static_cast<unsigned>(high & 0xFFFF),
+                static_cast<unsigned>(low >> 48), static_cast<unsigned long long>(low & 0xFFFFFFFFFFFFull));
   return std::string(text) + "/" + suffix;
 }
 
@@ -161,35 +302,9 @@ std::uint64_t LibraryIndex::persistentIdForPath(const std::string& path) {
   return h == 0 ? 1 : h;
 }
 
-std::optional<AssetRow> LibraryIndex::readAsset(const std::string& path, const std::string& folder,
-                                                const struct stat& st) {
-  auto kind = mediaFileKind(path);
-  std::optional<MediaFacts> facts = kind == MediaFileKind::image   ? probeImage(path)
-                                    : kind == MediaFileKind::video ? probeVideo(path)
-                                                                   : std::nullopt;
-  if (!facts) return std::nullopt;
-  AssetRow r;
-  r.path = path;
-  r.folder = folder;
-  r.size = st.st_size;
-  r.mtimeNs = mtimeNs(st);
-  r.device = static_cast<std::int64_t>(st.st_dev);
-  r.inode = static_cast<std::int64_t>(st.st_ino);
-  r.kind = static_cast<int>(facts->kind);
-  if (facts->panorama) r.subtypes |= PHAssetMediaSubtypePhotoPanorama;
-  if (facts->screenshot) r.subtypes |= PHAssetMediaSubtypePhotoScreenshot;
-  r.created = facts->created ? facts->created : std::optional<double>(static_cast<double>(r.mtimeNs) / 1e9);
-  r.width = facts->width;
-  r.height = facts->height;
-  r.orientation = facts->orientation;
-  r.duration = facts->duration;
-  r.latitude = facts->latitude;
-  r.longitude = facts->longitude;
-  r.selfie = facts->selfie;
-  return r;
-}
 
-ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) {
+
+ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, ScanDepth depth) {
   auto start = std::chrono::steady_clock::now();
   ScanReport report;
   std::vector<std::string> roots;
@@ -199,26 +314,77 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) 
   std::vector<std::string> present, missing;
   for (const auto& r : roots) (isDirectory(r) ? present : missing).push_back(r);
 
-  std::vector<Found> found;
-  std::set<std::string> folders;
-  for (const auto& root : present) {
-    std::set<std::string> others(roots.begin(), roots.end());
-    others.erase(root);
-    walk(root, root, "", false, others, found, folders, report.folders, 0);
+  // Other roots than last time: files outside the new ones must go, so every file is looked at.
+  const std::string rootsText = joinLines(roots);
+  bool quick = depth == ScanDepth::quick && meta("photoRoots") == rootsText;
+  std::unordered_map<std::string, FolderState> lastStates;
+  if (quick) {
+    auto q = db_.prepare("SELECT path, mtime, ctime, subs, files FROM dirs");
+    while (q.step()) {
+      lastStates.emplace(q.text(0), FolderState{q.int64(1), q.int64(2), splitLines(q.text(3)), static_cast<int>(q.int64(4))});
+    }
   }
 
+  Walker walker;
+  walker.last = quick ? &lastStates : nullptr;
+  walker.settleNs = static_cast<std::int64_t>(settleSeconds_ * 1e9);
+  walker.nowNs = std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch()).count();
+  for (const auto& root : present) {
+    walker.otherRoots = std::set<std::string>(roots.begin(), roots.end());
+    walker.otherRoots.erase(root);
+    walker.walk(root, root, kTopFolder, 0);
+  }
+  const std::vector<Found>& found = walker.files;
+  const std::set<std::string>& folders = walker.folders;
+  report.folders = walker.absoluteFolders;
+  report.unchanged = walker.trustedFiles;
+
+  // What the index knows of each file, enough to tell it unchanged, moved or gone: every file after
+  // a full walk; after a quick one, the files under the folders that were read, less those whose
+  // own folder was taken as it was.
   std::unordered_map<std::string, AssetRow> known;
-  for (auto& row : assets()) known.emplace(row.path, std::move(row));
+  auto take = [&](SqliteStatement& q) {
+    while (q.step()) {
+      AssetRow row;
+      row.id = q.text(0);
+      row.path = q.text(1);
+      if (quick && walker.trusted.count(row.path.substr(0, row.path.rfind('/')))) continue;
+      row.folder = q.text(2);
+      row.size = q.int64(3);
+      row.mtimeNs = q.int64(4);
+      row.device = q.int64(5);
+      row.inode = q.int64(6);
+      std::string path = row.path;
+      known.emplace(std::move(path), std::move(row));
+    }
+  };
+  if (!quick) {
+    auto q = db_.prepare("SELECT id, path, folder, size, mtime, dev, ino FROM assets");
+    take(q);
+  } else {
+    // Ranges of paths under each folder read whose parent was not read too ('0' follows '/').
+    std::set<std::string> readFolders;
+    for (const auto& [dir, state] : walker.read) readFolders.insert(dir);
+    auto q = db_.prepare("SELECT id, path, folder, size, mtime, dev, ino FROM assets WHERE path > ? AND path < ?");
+    for (const auto& dir : readFolders) {
+      auto slash = dir.rfind('/');
+      if (slash != std::string::npos && slash > 0 && readFolders.count(dir.substr(0, slash))) continue;
+      q.reset();
+      q.bind(1, dir + "/").bind(2, dir + "0");
+      take(q);
+    }
+  }
 
   std::vector<const Found*> fresh, changed;
-  std::set<std::string> seen;
+  std::unordered_set<std::string_view> seen;
+  seen.reserve(found.size());
   for (const auto& f : found) {
     if (!seen.insert(f.path).second) continue;
     auto it = known.find(f.path);
     if (it == known.end()) {
       fresh.push_back(&f);
     } else if (it->second.size == f.st.st_size && it->second.mtimeNs == mtimeNs(f.st) &&
-               it->second.folder == f.folder) {
+               it->second.folder == *f.folder) {
       ++report.unchanged;
     } else {
       changed.push_back(&f);
@@ -235,14 +401,15 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) 
     vanished[{row.device, row.inode, row.size, row.mtimeNs}] = &row;
   }
 
-  // Reading metadata takes the time: it happens before the write transaction is opened.
+  // Reading metadata takes the time: it happens before the write transaction is opened, on every
+  // core, since most of it is waiting for the kernel.
   struct Move {
     const AssetRow* from;
     const Found* to;
   };
   std::vector<Move> moves;
-  std::vector<AssetRow> inserts, updates;
   std::set<std::string> movedIds;
+  std::vector<const Found*> toRead;
   for (const Found* f : fresh) {
     auto key = std::make_tuple(static_cast<std::int64_t>(f->st.st_dev), static_cast<std::int64_t>(f->st.st_ino),
                                static_cast<std::int64_t>(f->st.st_size), mtimeNs(f->st));
@@ -252,20 +419,27 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) 
       movedIds.insert(it->second->id);
       continue;
     }
-    ++report.parsed;
-    if (auto row = readAsset(f->path, f->folder, f->st)) {
-      row->id = newIdentifier();
-      inserts.push_back(std::move(*row));
-    }
+    toRead.push_back(f);
   }
+  const std::size_t freshCount = toRead.size();
+  toRead.insert(toRead.end(), changed.begin(), changed.end());
+  auto rows = readAssets(toRead);
+  report.parsed = static_cast<int>(toRead.size());
+
+  std::vector<AssetRow> inserts, updates;
   std::vector<std::string> unreadable;
-  for (const Found* f : changed) {
-    ++report.parsed;
-    auto row = readAsset(f->path, f->folder, f->st);
-    const auto& old = known.at(f->path);
-    if (row) {
-      row->id = old.id;
-      updates.push_back(std::move(*row));
+  for (std::size_t i = 0; i < toRead.size(); ++i) {
+    if (i < freshCount) {
+      if (rows[i]) {
+        rows[i]->id = newIdentifier();
+        inserts.push_back(std::move(*rows[i]));
+      }
+      continue;
+    }
+    const auto& old = known.at(toRead[i]->path);
+    if (rows[i]) {
+      rows[i]->id = old.id;
+      updates.push_back(std::move(*rows[i]));
     } else {
       unreadable.push_back(old.id);
     }
@@ -297,7 +471,7 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) 
   }
   auto move = db_.prepare("UPDATE assets SET path = ?, folder = ? WHERE id = ?");
   for (const auto& m : moves) {
-    move.bind(1, m.to->path).bind(2, m.to->folder).bind(3, m.from->id).run();
+    move.bind(1, m.to->path).bind(2, *m.to->folder).bind(3, m.from->id).run();
     ++report.moved;
   }
   for (const auto& r : inserts) write(r);
@@ -323,6 +497,14 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots) 
       if (!folders.count(a.folder)) dropAlbum.bind(1, a.id).run();
     }
   }
+  // A full walk read every folder: what it saw replaces what was kept.
+  if (!quick) db_.exec("DELETE FROM dirs");
+  auto keepFolder = db_.prepare("INSERT OR REPLACE INTO dirs(path, mtime, ctime, subs, files) VALUES(?,?,?,?,?)");
+  for (const auto& [dir, state] : walker.read) {
+    keepFolder.bind(1, dir).bind(2, state.mtime).bind(3, state.ctime).bind(4, joinLines(state.subfolders))
+        .bind(5, static_cast<std::int64_t>(state.files)).run();
+  }
+  if (!quick) setMeta("photoRoots", rootsText);
   tx.commit();
 
   auto counts = db_.prepare("SELECT kind, COUNT(*) FROM assets GROUP BY kind");
@@ -343,9 +525,11 @@ ScanReport LibraryIndex::scanMusic(const std::string& root) {
     report.seconds = secondsSince(start);
     return report;  // an unplugged or absent folder keeps what was known
   }
-  std::vector<Found> found;
-  std::set<std::string> folders;
-  walk(root, root, "", true, {}, found, folders, report.folders, 0);
+  Walker walker;
+  walker.wantAudio = true;
+  walker.walk(root, root, kTopFolder, 0);
+  const std::vector<Found>& found = walker.files;
+  report.folders = walker.absoluteFolders;
 
   std::unordered_map<std::string, SongRow> known;
   std::set<std::uint64_t> ids;
@@ -463,6 +647,16 @@ std::vector<SongRow> LibraryIndex::songs() {
     out.push_back(std::move(r));
   }
   return out;
+}
+
+std::string LibraryIndex::meta(const std::string& key) {
+  auto get = db_.prepare("SELECT value FROM meta WHERE key = ?");
+  get.bind(1, key);
+  return get.step() ? get.text(0) : std::string();
+}
+
+void LibraryIndex::setMeta(const std::string& key, const std::string& value) {
+  db_.prepare("INSERT OR REPLACE INTO meta(key, value) VALUES(?, ?)").bind(1, key).bind(2, value).run();
 }
 
 std::string LibraryIndex::smartAlbumId(std::int64_t subtype) {

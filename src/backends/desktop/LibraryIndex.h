@@ -57,6 +57,10 @@ struct ScanReport {
   std::vector<std::string> folders;  // every folder seen, absolute, for watching
 };
 
+// How much a photo scan looks at: `quick` takes a folder whose times have not moved as it was
+// (without reading it or its files); `full` looks at every file's size and time.
+enum class ScanDepth { quick, full };
+
 // The library's index: one SQLite file holding pictures, movies, albums, favourites and songs.
 // A scan walks the folders, reads only files that are new or changed (size or modification time),
 // keeps identifiers across renames within the library (same device, inode, size and time), and
@@ -67,9 +71,13 @@ class LibraryIndex {
   bool ok() const { return ok_; }
   const std::string& error() const { return db_.error(); }
 
-  // `roots`: the Pictures and Videos folders (empty entries ignored).
-  ScanReport scanPhotos(const std::vector<std::string>& roots);
+  // `roots`: the Pictures and Videos folders (empty entries ignored). A quick scan is full when the
+  // roots differ from the last full one's.
+  ScanReport scanPhotos(const std::vector<std::string>& roots, ScanDepth depth = ScanDepth::full);
   ScanReport scanMusic(const std::string& root);
+  // How long a folder must have been left alone before a quick scan may take it on trust: file
+  // times move in coarse steps, so a change in the same step as the last walk would go unseen.
+  void setSettleSeconds(double seconds) { settleSeconds_ = seconds; }
 
   std::vector<AssetRow> assets();
   std::vector<AlbumRow> albums();
@@ -93,10 +101,12 @@ class LibraryIndex {
 
  private:
   void createSchema();
-  std::optional<AssetRow> readAsset(const std::string& path, const std::string& folder, const struct ::stat& st);
+  std::string meta(const std::string& key);
+  void setMeta(const std::string& key, const std::string& value);
 
   SqliteDatabase db_;
   bool ok_ = false;
+  double settleSeconds_ = 2.0;
 };
 
 }  // namespace nimbrel::desktop

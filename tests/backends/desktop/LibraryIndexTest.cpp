@@ -152,5 +152,84 @@ TEST(LibraryIndexIds, PersistentIdsAreFixedFunctionsOfThePathAndPositive) {
   EXPECT_NE(id, LibraryIndex::newIdentifier());
 }
 
+
+// Quick scans take folders whose times did not move as they were. The folders are back-dated after
+// they are made, so that a change made by a test moves their times whatever the clock's step.
+class QuickScanTest : public LibraryIndexTest {
+ protected:
+  void SetUp() override {
+    LibraryIndexTest::SetUp();
+    fs::create_directories(root / "cache");
+    backdate();
+    index = std::make_unique<LibraryIndex>(indexPath());
+    index->setSettleSeconds(0);
+    index->scanPhotos(roots());
+  }
+  void backdate() {
+    for (auto dir : {"Pictures", "Pictures/Trips", "Pictures/Trips/Rome", "Videos"}) {
+      if (fs::exists(root / dir)) setMtime(root / dir, 1600000000);
+    }
+  }
+  ScanReport quick() { return index->scanPhotos(roots(), ScanDepth::quick); }
+  std::unique_ptr<LibraryIndex> index;
+};
+
+TEST_F(QuickScanTest, UnmovedFoldersAreTakenAsTheyWereAndChangedOnesAreRead) {
+  auto nothing = quick();
+  EXPECT_EQ(nothing.parsed, 0);
+  EXPECT_EQ(nothing.unchanged, 4);
+  EXPECT_EQ(nothing.albums, 2);
+  EXPECT_EQ(nothing.folders.size(), 4u) << "every folder is still watched";
+
+  ASSERT_TRUE(writeSampleJpeg(root / "Pictures/Trips/d.jpg", 20, 20));
+  auto added = quick();
+  EXPECT_EQ(added.parsed, 1);
+  EXPECT_EQ(added.added, 1);
+  EXPECT_EQ(added.unchanged, 4);
+  EXPECT_EQ(byName(*index)["d.jpg"].folder, "Trips");
+}
+
+TEST_F(QuickScanTest, AFileRewrittenInPlaceWaitsForAFullScan) {
+  // Made elsewhere, then written over the old file's bytes: the folder itself is not touched.
+  ASSERT_TRUE(writeSampleJpeg(root / "cache/other.jpg", 90, 30));
+  std::ifstream other(root / "cache/other.jpg", std::ios::binary);
+  std::ofstream(root / "Pictures/Trips/b.jpg", std::ios::binary | std::ios::trunc) << other.rdbuf();
+  setMtime(root / "Pictures/Trips/b.jpg", 1700000000);
+  EXPECT_EQ(quick().parsed, 0);
+  EXPECT_EQ(byName(*index)["b.jpg"].width, 48);
+  auto full = index->scanPhotos(roots(), ScanDepth::full);
+  EXPECT_EQ(full.updated, 1);
+  EXPECT_EQ(byName(*index)["b.jpg"].width, 90);
+}
+
+TEST_F(QuickScanTest, AFolderChangedInTheLastMomentsIsReadAgain) {
+  // The default settling time: the folders the scan below reads were just touched.
+  index->setSettleSeconds(2);
+  ASSERT_TRUE(writeSampleJpeg(root / "Pictures/Trips/d.jpg", 20, 20));
+  quick();
+  ASSERT_TRUE(writeSampleJpeg(root / "Pictures/Trips/d.jpg", 70, 20));
+  setMtime(root / "Pictures/Trips/d.jpg", 1700000000);
+  auto again = quick();
+  EXPECT_EQ(again.updated, 1) << "a folder read within the settling time is not taken on trust";
+  EXPECT_EQ(byName(*index)["d.jpg"].width, 70);
+}
+
+TEST_F(QuickScanTest, RemovedFoldersMovesAndNewRootsAreSeen) {
+  auto id = byName(*index)["b.jpg"].id;
+  fs::rename(root / "Pictures/Trips/b.jpg", root / "Pictures/b.jpg");
+  fs::remove_all(root / "Pictures/Trips/Rome");
+  auto report = quick();
+  EXPECT_EQ(report.moved, 1);
+  EXPECT_EQ(report.removed, 1);
+  EXPECT_EQ(byName(*index)["b.jpg"].id, id);
+  EXPECT_EQ(byName(*index).count("c.jpg"), 0u);
+  EXPECT_EQ(index->albums().size(), 1u);
+
+  // Without the Videos folder among the roots, its files go even though no folder moved.
+  auto narrower = index->scanPhotos({root / "Pictures"}, ScanDepth::quick);
+  EXPECT_EQ(narrower.removed, 1);
+  EXPECT_EQ(byName(*index).count("clip.mp4"), 0u);
+}
+
 }  // namespace
 }  // namespace nimbrel::desktop
