@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cerrno>
 #include <cstring>
 #include <random>
 #include <tuple>
@@ -16,6 +17,7 @@
 
 #include "backends/desktop/AudioTags.h"
 #include "backends/desktop/MediaProbe.h"
+#include "platform/foundation/NSLog.h"
 #include "platform/photos/PHTypes.h"
 
 namespace nimbrel::desktop {
@@ -45,6 +47,45 @@ bool isUnder(const std::string& path, const std::string& root) {
 
 std::int64_t ctimeNs(const struct stat& st) {
   return static_cast<std::int64_t>(st.st_ctim.tv_sec) * 1000000000 + st.st_ctim.tv_nsec;
+}
+
+// Well-formed UTF-8 (no overlongs, surrogates or values past U+10FFFF).
+bool isUtf8(std::string_view text) {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    auto c = static_cast<unsigned char>(text[i]);
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    int extra = c >= 0xC2 && c <= 0xDF ? 1 : c >= 0xE0 && c <= 0xEF ? 2 : c >= 0xF0 && c <= 0xF4 ? 3 : -1;
+    if (extra < 0 || i + static_cast<std::size_t>(extra) >= text.size()) return false;
+    auto next = static_cast<unsigned char>(text[i + 1]);
+    if ((c == 0xE0 && next < 0xA0) || (c == 0xED && next > 0x9F) || (c == 0xF0 && next < 0x90) || (c == 0xF4 && next > 0x8F)) {
+      return false;
+    }
+    for (int k = 1; k <= extra; ++k) {
+      if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return false;
+    }
+    i += static_cast<std::size_t>(extra) + 1;
+  }
+  return true;
+}
+
+// A path fit for a log line whatever its bytes: those that are no UTF-8 are shown as \xNN.
+std::string printable(std::string_view path) {
+  if (isUtf8(path)) return std::string(path);
+  std::string out;
+  for (unsigned char c : path) {
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else {
+      char hex[5];
+      std::snprintf(hex, sizeof hex, "\\x%02X", c);
+      out += hex;
+    }
+  }
+  return out;
 }
 
 // A folder as the last walk left it: its times, its subfolders and how many media files it held.
@@ -125,8 +166,16 @@ struct Walker {
           bool wanted = wantAudio ? kind == MediaFileKind::audio
                                   : (kind == MediaFileKind::image || kind == MediaFileKind::video);
           if (wanted) {
+            // Names travel as text everywhere past the index (addresses, lists, the screens).
+            if (!isUtf8(e->d_name)) {
+              NSLog("Skipped " + printable(dir + "/" + e->d_name) + ": its name is not UTF-8");
+              continue;
+            }
             struct stat st;
-            if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) continue;
+            if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) {
+              NSLog("Skipped " + printable(dir + "/" + e->d_name) + ": " + std::strerror(errno));
+              continue;
+            }
             if (S_ISREG(st.st_mode)) {
               files.push_back({dir + "/" + e->d_name, &rel, &root, st});
               ++count;
@@ -429,6 +478,7 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   std::vector<AssetRow> inserts, updates;
   std::vector<std::string> unreadable;
   for (std::size_t i = 0; i < toRead.size(); ++i) {
+    if (!rows[i]) NSLog("Skipped " + printable(toRead[i]->path) + ": it cannot be read as a picture or a movie");
     if (i < freshCount) {
       if (rows[i]) {
         rows[i]->id = newIdentifier();

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <map>
 
 #include "DesktopTestSupport.h"
 #include "backends/desktop/SampleMedia.h"
+#include "platform/foundation/NSLog.h"
 #include "platform/photos/PHTypes.h"
 
 namespace nimbrel::desktop {
@@ -231,5 +235,52 @@ TEST_F(QuickScanTest, RemovedFoldersMovesAndNewRootsAreSeen) {
   EXPECT_EQ(byName(*index).count("clip.mp4"), 0u);
 }
 
+
+TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
+  fs::create_directories(root / "cache");
+  const fs::path pictures = root / "Pictures";
+  // Truncated inside its metadata, and one whose EXIF block is noise.
+  ASSERT_TRUE(writeSampleJpeg(pictures / "whole.jpg", 64, 48));
+  std::string bytes;
+  {
+    std::ifstream in(pictures / "whole.jpg", std::ios::binary);
+    bytes.assign(std::istreambuf_iterator<char>(in), {});
+  }
+  std::ofstream(pictures / "truncated.jpg", std::ios::binary) << bytes.substr(0, 30);
+  std::string noisy = "\xFF\xD8\xFF\xE1\x00\x40" "Exif" + std::string(2, '\0') + "II*\0\xFF\xFF\xFF\x7F";
+  noisy += std::string(64 - 16, '\xEE');
+  std::ofstream(pictures / "noise.jpg", std::ios::binary) << noisy;
+  // Links that loop, a pipe that would block a reader, and two kinds of names.
+  fs::create_symlink("self.jpg", pictures / "self.jpg");
+  fs::create_directory_symlink("..", pictures / "Trips/up");
+  ASSERT_EQ(::mkfifo((pictures / "pipe.jpg").c_str(), 0600), 0);
+  const std::string longName = std::string(251, 'n') + ".jpg";
+  ASSERT_TRUE(writeSampleJpeg(pictures / "long.jpg", 16, 16));
+  fs::rename(pictures / "long.jpg", pictures / longName);
+  const std::string badName = std::string("caf\xE9") + ".jpg";
+  ASSERT_TRUE(writeSampleJpeg(pictures / "bad.jpg", 16, 16));
+  fs::rename(pictures / "bad.jpg", pictures / badName);
+
+  std::vector<std::string> lines;
+  auto previous = LogSink::install([&](std::string_view line) { lines.emplace_back(line); });
+  LibraryIndex index(indexPath());
+  auto report = index.scanPhotos(roots());
+  LogSink::install(previous);
+
+  auto rows = byName(index);
+  EXPECT_EQ(rows.count(longName), 1u) << "a name as long as the disk allows is a name";
+  EXPECT_EQ(rows.count("whole.jpg"), 1u);
+  for (auto skipped : {"truncated.jpg", "noise.jpg", "self.jpg", "pipe.jpg", "caf\xE9.jpg"}) {
+    EXPECT_EQ(rows.count(skipped), 0u) << skipped;
+  }
+  EXPECT_EQ(report.added, 6) << "a.jpg, b.jpg, c.jpg, clip.mp4, whole.jpg and the long name";
+  auto logged = [&](const std::string& part) {
+    return std::any_of(lines.begin(), lines.end(), [&](const auto& l) { return l.find(part) != std::string::npos; });
+  };
+  EXPECT_TRUE(logged("truncated.jpg: it cannot be read"));
+  EXPECT_TRUE(logged("noise.jpg: it cannot be read"));
+  EXPECT_TRUE(logged("self.jpg: Too many levels of symbolic links"));
+  EXPECT_TRUE(logged("caf\\xE9.jpg: its name is not UTF-8"));
+}
 }  // namespace
 }  // namespace nimbrel::desktop
