@@ -282,5 +282,33 @@ TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
   EXPECT_TRUE(logged("self.jpg: Too many levels of symbolic links"));
   EXPECT_TRUE(logged("caf\\xE9.jpg: its name is not UTF-8"));
 }
+
+TEST_F(LibraryIndexTest, ManyFilesAreReadSideBySideAndEachKeepsItsOwnFacts) {
+  fs::create_directories(root / "cache");
+  fs::create_directories(root / "Pictures/Many");
+  constexpr int kCount = 150;  // enough for the readers to share the work
+  for (int i = 0; i < kCount; ++i) {
+    SampleExif exif;
+    char date[32];
+    std::snprintf(date, sizeof date, "2021:%02d:%02d 10:00:00", 1 + i % 12, 1 + i % 28);
+    exif.dateTimeOriginal = date;
+    exif.offsetTimeOriginal = "+00:00";
+    ASSERT_TRUE(writeSampleJpeg(root / ("Pictures/Many/p" + std::to_string(i) + ".jpg"), 8 + i, 8, exif));
+  }
+  LibraryIndex index(indexPath());
+  auto report = index.scanPhotos(roots());
+  EXPECT_EQ(report.added, kCount + 4);
+  auto rows = byName(index);
+  for (int i = 0; i < kCount; ++i) {
+    const auto& row = rows["p" + std::to_string(i) + ".jpg"];
+    EXPECT_EQ(row.width, 8 + i);
+    std::tm tm{};
+    tm.tm_year = 121;
+    tm.tm_mon = i % 12;
+    tm.tm_mday = 1 + i % 28;
+    tm.tm_hour = 10;
+    EXPECT_EQ(row.created, static_cast<double>(::timegm(&tm))) << i;
+  }
+}
 }  // namespace
 }  // namespace nimbrel::desktop
