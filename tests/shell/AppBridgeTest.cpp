@@ -117,7 +117,7 @@ TEST_F(AppBridgeTest, EscapeLeavesAPanelByItsOwnWayOut) {
   loop_.settle();
   EXPECT_TRUE(bridge.back());
   EXPECT_EQ(exits, 1);
-  EXPECT_EQ(root->presentedViewController(), panel) << "the panel's action decides, not the shell";
+  EXPECT_EQ(nav()->presentedViewController(), panel) << "the panel's action decides, not the shell";
 }
 
 TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {

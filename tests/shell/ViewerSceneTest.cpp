@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 #include "app/storyboard/MainStoryboard.h"
 #include "app/viewers/InfoViewController.h"
@@ -103,6 +104,8 @@ class ViewerSceneTest : public ::testing::Test {
   std::shared_ptr<UINavigationController> nav() {
     return std::dynamic_pointer_cast<UINavigationController>(UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
+  // The platform presents on the window's root controller, whoever asks.
+  std::shared_ptr<UIViewController> presented() { return nav()->presentedViewController(); }
   std::shared_ptr<PHAsset> asset(const std::string& id) {
     return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
   }
@@ -117,12 +120,15 @@ class ViewerSceneTest : public ::testing::Test {
     loop_->runFor(seconds);
     loop_->settle();
   }
-  // The topmost item of that name (a screen that left may still be sliding out below).
+  // The topmost item of that name (a screen that left may still be sliding out below). Scenes
+  // come from a repeater and loaders, so the search follows the visual tree, not object parents.
   QQuickItem* item(const char* name) {
     QQuickItem* found = nullptr;
-    for (auto* candidate : window_->contentItem()->findChildren<QQuickItem*>(QString::fromLatin1(name))) {
-      if (candidate->isVisible() || !found) found = candidate;
-    }
+    std::function<void(QQuickItem*)> visit = [&](QQuickItem* at) {
+      if (at->objectName() == QLatin1String(name) && (at->isVisible() || !found)) found = at;
+      for (auto* child : at->childItems()) visit(child);
+    };
+    visit(window_->contentItem());
     return found;
   }
   QPoint centreOf(QQuickItem* item) {
@@ -313,6 +319,7 @@ TEST_F(ViewerSceneTest, TheSystemPlayersControlsActOnItsPlayer) {
   controller->player = player;
   home_->presentViewController(controller, true, [player] { player->play(); });
   wait(0.6);
+  ASSERT_EQ(presented(), controller);
   ASSERT_EQ(player->currentItem()->durationSeconds(), 12.5);
   ASSERT_TRUE(player->isPlaying());
   QQuickItem* playPause = item("playerPlayPause");
@@ -336,7 +343,7 @@ TEST_F(ViewerSceneTest, TheSystemPlayersControlsActOnItsPlayer) {
   EXPECT_TRUE(player->isPlaying());
   click(centreOf(item("playerClose")));
   wait(0.6);
-  EXPECT_FALSE(home_->presentedViewController());
+  EXPECT_FALSE(presented());
 }
 
 TEST_F(ViewerSceneTest, APanelSpringsInWhenItsPulseIsRecordedAndATouchBesideTheCardLeaves) {
@@ -348,6 +355,7 @@ TEST_F(ViewerSceneTest, APanelSpringsInWhenItsPulseIsRecordedAndATouchBesideTheC
   info->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
   home_->presentViewController(info, false, nullptr);
   loop_->settle();
+  ASSERT_EQ(presented(), info);
   QQuickItem* stage = item("panelStage");
   ASSERT_TRUE(stage);
   double smallest = stage->scale();
@@ -365,10 +373,10 @@ TEST_F(ViewerSceneTest, APanelSpringsInWhenItsPulseIsRecordedAndATouchBesideTheC
 
   click(centreOf(card));
   wait(0.3);
-  EXPECT_EQ(home_->presentedViewController(), info) << "a touch on the card stays on it";
+  EXPECT_EQ(presented(), info) << "a touch on the card stays on it";
   click({10, 10});
   wait(0.5);
-  EXPECT_FALSE(home_->presentedViewController());
+  EXPECT_FALSE(presented());
 }
 
 }  // namespace

@@ -34,25 +34,31 @@ Item {
         height: root.statusShown ? Theme.statusBarHeight : 0
         clip: true
         Behavior on height { NumberAnimation { duration: 300; easing.type: Easing.InOutQuad } }
-        Text {
-            objectName: "statusClock"
-            x: 18; width: 80
+        // The bar's contents slide up out of sight as it folds.
+        Item {
+            y: status.height - Theme.statusBarHeight
+            width: parent.width
             height: Theme.statusBarHeight
-            verticalAlignment: Text.AlignVCenter
-            text: AppBridge.clock
-            color: root.ink
-            font.pixelSize: 13; font.bold: true
-        }
-        // A battery, full.
-        Rectangle {
-            anchors.right: parent.right; anchors.rightMargin: 20
-            y: (Theme.statusBarHeight - height) / 2
-            width: 24; height: 12; radius: 3.5
-            color: "transparent"
-            border.color: root.ink; border.width: 1.2
-            opacity: 0.9
-            Rectangle { x: 2; y: 2; width: parent.width - 4; height: parent.height - 4; radius: 2; color: root.ink }
-            Rectangle { x: parent.width + 1; y: 4; width: 2; height: 4; radius: 1; color: root.ink }
+            Text {
+                objectName: "statusClock"
+                x: 18; width: 80
+                height: Theme.statusBarHeight
+                verticalAlignment: Text.AlignVCenter
+                text: AppBridge.clock
+                color: root.ink
+                font.pixelSize: 13; font.bold: true
+            }
+            // A battery, full.
+            Rectangle {
+                anchors.right: parent.right; anchors.rightMargin: 20
+                y: (Theme.statusBarHeight - height) / 2
+                width: 24; height: 12; radius: 3.5
+                color: "transparent"
+                border.color: root.ink; border.width: 1.2
+                opacity: 0.9
+                Rectangle { x: 2; y: 2; width: parent.width - 4; height: parent.height - 4; radius: 2; color: root.ink }
+                Rectangle { x: parent.width + 1; y: 4; width: 2; height: 4; radius: 1; color: root.ink }
+            }
         }
     }
 
