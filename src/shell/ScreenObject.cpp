@@ -95,6 +95,10 @@ bool ScreenObject::dismiss() {
   return true;
 }
 
+void ScreenObject::didLayOut() {
+  if (controller_->isViewLoaded()) controller_->viewDidLayoutSubviews();
+}
+
 bool ScreenObject::loaded() const {
   return controller_->isViewLoaded();
 }

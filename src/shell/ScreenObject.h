@@ -68,6 +68,9 @@ class ScreenObject : public QObject {
   Q_INVOKABLE bool goBack();
   // The system player's close button: the presenter dismisses it.
   Q_INVOKABLE bool dismiss();
+  // The scene gave the screen's views their sizes: the controller hears it as the platform's
+  // layout pass (views it placed before they had a size follow there).
+  Q_INVOKABLE void didLayOut();
 
   const std::shared_ptr<UIViewController>& controller() const { return controller_; }
   void setPlace(const QString& presentation, int style, bool leaving);

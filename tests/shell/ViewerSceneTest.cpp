@@ -145,7 +145,7 @@ class ViewerSceneTest : public ::testing::Test {
     QDir().mkpath(QStringLiteral(NIMBREL_ARTIFACTS_DIR));
     QImage picture = window_->grabWindow();
     ASSERT_FALSE(picture.isNull());
-    EXPECT_TRUE(picture.save(QStringLiteral(NIMBREL_ARTIFACTS_DIR "/") + name + QStringLiteral(".png")));
+    EXPECT_TRUE(picture.save(QStringLiteral(NIMBREL_ARTIFACTS_DIR "/scene-") + name + QStringLiteral(".png")));
   }
 
   std::unique_ptr<QtRunLoop> loop_;
@@ -299,12 +299,18 @@ TEST_F(ViewerSceneTest, TheLiveBadgeSitsAtItsFrameAndFadesInFullScreen) {
   start({390, 844});
   auto viewer = open<LivePreviewViewController>("LIVE/L0/001");
   ASSERT_TRUE(viewer);
+  QQuickItem* photo = item("livePhoto");
+  ASSERT_TRUE(photo);
+  EXPECT_TRUE(photo->isVisible());
+  EXPECT_NEAR(photo->width(), 390, 0.5) << "the platform made the view before it had a size; the window gives it one";
+  EXPECT_NEAR(photo->height(), 844, 0.5);
   QQuickItem* badge = item("liveBadge");
   ASSERT_TRUE(badge);
   EXPECT_TRUE(badge->isVisible());
   const QPointF at = badge->mapToScene(QPointF(0, 0));
   EXPECT_NEAR(at.x(), viewer->badgeView->frame().minX(), 0.5);
   EXPECT_NEAR(at.y(), viewer->badgeView->frame().minY(), 0.5);
+  EXPECT_NEAR(at.y(), (844 - 4032 * 390.0 / 3024) / 2, 0.5) << "at the top of the fitted 3:4 picture";
   EXPECT_NEAR(badge->opacity(), 1.0, 1e-6);
   click({195, 422});
   wait(0.9);

@@ -40,10 +40,18 @@ SceneBase {
             if (live && live.valid) live.setViewSize(width, height)
         }
         if (playerView && playerView.valid) playerView.setViewSize(width, height)
+        screen.didLayOut()
     }
-    onWidthChanged: layoutViews()
-    onHeightChanged: layoutViews()
-    onScreenChanged: layoutViews()
+    // Once the bindings have settled: the outlets come after the screen, and a view that the
+    // platform made before its parent had a size (the live photo's) waits for this.
+    onWidthChanged: Qt.callLater(layoutViews)
+    onHeightChanged: Qt.callLater(layoutViews)
+    onScreenChanged: Qt.callLater(layoutViews)
+    onRootViewChanged: Qt.callLater(layoutViews)
+    onScrollChanged: Qt.callLater(layoutViews)
+    onStillChanged: Qt.callLater(layoutViews)
+    onLiveChanged: Qt.callLater(layoutViews)
+    onPlayerViewChanged: Qt.callLater(layoutViews)
 
     Rectangle {
         objectName: "viewerBackground"
