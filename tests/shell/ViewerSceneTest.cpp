@@ -131,6 +131,7 @@ class ViewerSceneTest : public ::testing::Test {
     visit(window_->contentItem());
     return found;
   }
+  QRectF sceneRect(QQuickItem* item) { return item->mapRectToScene(QRectF(0, 0, item->width(), item->height())); }
   QPoint centreOf(QQuickItem* item) {
     return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
   }
@@ -330,6 +331,11 @@ TEST_F(ViewerSceneTest, TheSystemPlayersControlsActOnItsPlayer) {
   ASSERT_TRUE(player->isPlaying());
   QQuickItem* playPause = item("playerPlayPause");
   ASSERT_TRUE(playPause);
+  QQuickItem* caption = item("playerCaption");
+  QQuickItem* controls = item("playerControls");
+  ASSERT_TRUE(caption && controls);
+  EXPECT_FALSE(sceneRect(caption).intersects(sceneRect(playPause))) << "the file's name stays clear of the button";
+  EXPECT_FALSE(sceneRect(caption).intersects(sceneRect(controls)));
   click(centreOf(playPause));
   loop_->settle();
   EXPECT_FALSE(player->isPlaying());

@@ -17,11 +17,12 @@ SceneBase {
 
     Rectangle { anchors.fill: parent; color: "black" }
 
-    // The picture's place: the video's frame, fitted.
+    // The picture's place: the video's frame, fitted, with room below it for the caption and
+    // the position bar on short windows.
     Rectangle {
         id: picture
         objectName: "playerPicture"
-        readonly property real fitWidth: Math.min(root.width, (root.height - 200) * 16 / 9)
+        readonly property real fitWidth: Math.min(root.width, (root.height - 312) * 16 / 9)
         width: fitWidth
         height: fitWidth * 9 / 16
         anchors.centerIn: parent
@@ -29,32 +30,39 @@ SceneBase {
             GradientStop { position: 0; color: "#26262c" }
             GradientStop { position: 1; color: "#121216" }
         }
-        Column {
-            anchors.centerIn: parent
-            width: parent.width - 48
+    }
+    // What stands in for the picture, under it: the play button keeps the picture's middle.
+    Column {
+        objectName: "playerCaption"
+        anchors.top: picture.bottom; anchors.topMargin: 14
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(root.width - 48, 480)
+        spacing: 4
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
             spacing: 8
             Image {
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: 56; height: 56
+                anchors.verticalCenter: parent.verticalCenter
+                width: 24; height: 24
                 source: "image://nimbrel/asset/film"
-                sourceSize: Qt.size(112, 112)
+                sourceSize: Qt.size(48, 48)
             }
             Text {
-                width: parent.width
-                horizontalAlignment: Text.AlignHCenter
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, root.width - 48 - 32)
                 text: root.player ? root.player.fileName : ""
                 color: "white"
                 font.pixelSize: 16; font.bold: true
                 elide: Text.ElideMiddle
             }
-            Text {
-                width: parent.width
-                horizontalAlignment: Text.AlignHCenter
-                text: "No picture on this platform: playback is simulated"
-                color: "#b3ffffff"
-                font.pixelSize: 12
-                wrapMode: Text.WordWrap
-            }
+        }
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "No picture on this platform: playback is simulated"
+            color: "#b3ffffff"
+            font.pixelSize: 12
+            wrapMode: Text.WordWrap
         }
     }
 

@@ -138,11 +138,13 @@ SceneBase {
             visible: root.player !== null
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom; anchors.bottomMargin: 36
-            width: badgeText.implicitWidth + 28; height: 30; radius: 15
+            width: Math.min(badgeText.implicitWidth + 28, parent.width - 32); height: 30; radius: 15
             color: "#b31c1c1e"
             Text {
                 id: badgeText
                 anchors.centerIn: parent
+                width: Math.min(implicitWidth, parent.width - 28)
+                elide: Text.ElideRight
                 color: "white"
                 font.pixelSize: 13
                 text: !root.player ? "" : (root.player.playing ? "Playing" : "Paused") + "  "
