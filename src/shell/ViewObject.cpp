@@ -85,10 +85,6 @@ void ViewObject::setViewSize(double width, double height) {
   view->setFrame(CGRect{frame.origin, {width, height}});
 }
 
-}  // namespace nimbrel::shell
-
-namespace nimbrel::shell {
-
 bool ViewObject::recognize(double x, double y) {
   auto recognizer = std::dynamic_pointer_cast<UIGestureRecognizer>(object_);
   return recognizer && recognizer->recognize(UIGestureRecognizerState::ended, {x, y});
