@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/uikit/UIGestureRecognizer.h"
+
 namespace nimbrel {
 
 // What the automation protocol needs of the program that runs it: the headless runner over the
@@ -24,6 +26,13 @@ class AutomationHost {
   virtual std::vector<std::string> sdkCalls() const = 0;
   // Writes the window's picture; the reason when it cannot.
   virtual std::optional<std::string> screenshot(const std::string& path) = 0;
+  // A person's touch that the recogniser answers, at `point` in its view's coordinates. A program
+  // with a window delivers it as a person would (clicks on the window); the default hands it to
+  // the recogniser.
+  virtual std::optional<std::string> gesture(UIGestureRecognizer& recognizer, CGPoint point) {
+    recognizer.recognize(UIGestureRecognizerState::ended, point);
+    return std::nullopt;
+  }
 };
 
 }  // namespace nimbrel

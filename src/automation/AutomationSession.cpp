@@ -113,6 +113,7 @@ json AutomationSession::handle(const json& request) {
   if (op == "alert") return alert(request);
   if (op == "tap") return touch(request, false);
   if (op == "longPress") return touch(request, true);
+  if (op == "gesture") return gesture(request);
   if (op == "menu") return menu(request);
   if (op == "sheet") return sheet(request);
   if (op == "ad") return ad(request);
@@ -203,6 +204,25 @@ json AutomationSession::touch(const json& request, bool longPress) {
     return failure("\"row\" must be a number or null");
   }
   if (auto why = touchCollection(*collection, row, longPress)) return failure(*why);
+  host_.settle();
+  return success();
+}
+
+// {"op": "gesture", "recognizer": OUTLET, "x": X, "y": Y[, "screen": ID]}: a touch that the screen's
+// recogniser answers; one that waits for another's failure acts on the platform's clock.
+json AutomationSession::gesture(const json& request) {
+  std::string screenName = stringField(request, "screen");
+  auto screen = screenName.empty() ? TreeWriter::topScreen() : TreeWriter::screenWithId(screenName);
+  if (!screen) return failure("no screen is showing");
+  std::string name = stringField(request, "recognizer");
+  auto recognizer = std::dynamic_pointer_cast<UIGestureRecognizer>(screen->outlet(name));
+  if (!recognizer) return failure(TreeWriter::screenId(*screen) + " has no recognizer \"" + name + "\"");
+  auto x = request.find("x"), y = request.find("y");
+  if (x == request.end() || y == request.end() || !x->is_number() || !y->is_number()) {
+    return failure("a gesture needs \"x\" and \"y\" (numbers)");
+  }
+  if (!recognizer->isEnabled() || !recognizer->view()) return failure("the recognizer \"" + name + "\" is not active");
+  if (auto why = host_.gesture(*recognizer, {x->get<double>(), y->get<double>()})) return failure(*why);
   host_.settle();
   return success();
 }

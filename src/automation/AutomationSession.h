@@ -28,6 +28,7 @@ class AutomationSession {
  private:
   nlohmann::json action(const nlohmann::json& request);
   nlohmann::json touch(const nlohmann::json& request, bool longPress);
+  nlohmann::json gesture(const nlohmann::json& request);
   nlohmann::json menu(const nlohmann::json& request);
   nlohmann::json alert(const nlohmann::json& request);
   nlohmann::json sheet(const nlohmann::json& request);

@@ -6,6 +6,7 @@
 #include "app/VC/PopupMenu.h"
 #include "automation/TreeWriter.h"
 #include "platform/ads/FullScreenAdStage.h"
+#include "platform/foundation/NSDateFormatter.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
@@ -67,7 +68,20 @@ AppBridge::AppBridge(QObject* parent) : QObject(parent) {
   observe(FullScreenAdStage::shared().changed());
   menuOverlay_ = popupMenuOverlay();
   observe(menuOverlay_->changed());
+  clockTimer_ = new QTimer(this);
+  connect(clockTimer_, &QTimer::timeout, this, &AppBridge::refreshClock);
+  clockTimer_->start(5000);
+  refreshClock();
   refreshNow();
+}
+
+void AppBridge::refreshClock() {
+  NSDateFormatter formatter;
+  formatter.setTimeStyle(NSDateFormatterStyle::short_);
+  QString text = QString::fromStdString(formatter.stringFromDate(Date::now()));
+  if (text == clock_) return;
+  clock_ = text;
+  Q_EMIT clockChanged();
 }
 
 AppBridge::~AppBridge() {
@@ -136,6 +150,7 @@ void AppBridge::refreshScreens() {
   }
   for (const auto& e : entries) {
     QString presentation = QString::fromStdString(e.presentation);
+    // setPlace reads the screen's chrome again too.
     auto it = objects_.find(e.controller.get());
     if (it != objects_.end()) {
       it->second->setPlace(presentation, e.style, false);
@@ -269,6 +284,15 @@ bool AppBridge::back() {
   const auto& top = entries.back();
   if (top.controller->respondsToSelector("onBackBtn:")) {
     return top.controller->performAction("onBackBtn:", top.controller->outlet("btnBack"));
+  }
+  // A panel leaves by its own way out (a touch beside the card).
+  if (top.controller->respondsToSelector("onExitBtn:")) {
+    return top.controller->performAction("onExitBtn:", top.controller->outlet("btnExit"));
+  }
+  // A pushed screen goes by the navigation bar's back button, which a hidden bar does not offer.
+  if (top.presentation == "push") {
+    auto it = objects_.find(top.controller.get());
+    return it != objects_.end() && it->second->goBack();
   }
   // Without a back button only a modal screen goes: a stack whose bar is hidden has no back gesture.
   if (top.presentation == "modal") {

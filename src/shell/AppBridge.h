@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QRectF>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
@@ -75,6 +76,8 @@ class AppBridge : public QObject {
   Q_PROPERTY(QString adFormat READ adFormat NOTIFY adChanged)
   Q_PROPERTY(bool pad READ pad CONSTANT)
   Q_PROPERTY(QString windowTitle READ windowTitle CONSTANT)
+  // The status bar's clock: the platform's time of day, as the platform formats a short time.
+  Q_PROPERTY(QString clock READ clock NOTIFY clockChanged)
 
  public:
   explicit AppBridge(QObject* parent = nullptr);
@@ -105,6 +108,7 @@ class AppBridge : public QObject {
   QString adFormat() const { return adFormat_; }
   bool pad() const { return pad_; }
   QString windowTitle() const { return windowTitle_; }
+  QString clock() const { return clock_; }
 
   Q_INVOKABLE bool pressAlertAction(const QString& title);
   Q_INVOKABLE bool pressMenuEntry(int index);
@@ -124,12 +128,14 @@ class AppBridge : public QObject {
   void menuChanged();
   void sheetChanged();
   void adChanged();
+  void clockChanged();
 
  private:
   void scheduleRefresh();
   void refreshScreens();
   void refreshHud();
   void refreshOverlays();
+  void refreshClock();
   void observeControllers(const std::vector<std::shared_ptr<UIViewController>>& controllers);
 
   ScreenList screens_{this};
@@ -153,6 +159,8 @@ class AppBridge : public QObject {
   QString adNetwork_, adFormat_;
   bool pad_ = false;
   QString windowTitle_ = QStringLiteral("Nimbrel");
+  QString clock_;
+  QTimer* clockTimer_ = nullptr;
 };
 
 }  // namespace nimbrel::shell

@@ -54,11 +54,9 @@ QString ImageStore::urlFor(const std::optional<UIImage>& image) {
   if (image->isSystem()) return QStringLiteral("image://nimbrel/asset/") + QString::fromStdString(image->name());
   const UIImage::Pixels* pixels = image->pixels();
   if (!pixels) return {};
-  if (!pixels->source.empty()) {
-    // One address per file and size: the same picture asked for again is the engine's cache hit.
-    return QStringLiteral("image://nimbrel/file/%1x%2/").arg(pixels->width).arg(pixels->height) +
-           QString::fromLatin1(QUrl::toPercentEncoding(QString::fromStdString(pixels->source)));
-  }
+  // The platform's own badges ("badge:live", "badge:live-over-content") are drawings.
+  if (pixels->source.rfind("badge:live", 0) == 0) return QStringLiteral("image://nimbrel/asset/live_badge");
+  if (!pixels->source.empty()) return urlForFile(pixels->source, pixels->width, pixels->height);
   std::lock_guard lock(mutex_);
   quint64 id;
   auto known = ids_.find(pixels);
@@ -81,6 +79,13 @@ QString ImageStore::urlFor(const std::optional<UIImage>& image) {
   }
   // The size travels in the address so that a forgotten picture still gets a tile of its shape.
   return QStringLiteral("image://nimbrel/pixels/%1/%2x%3").arg(id).arg(pixels->width).arg(pixels->height);
+}
+
+QString ImageStore::urlForFile(const std::string& path, int width, int height) {
+  if (path.empty()) return {};
+  // One address per file and size: the same picture asked for again is the engine's cache hit.
+  return QStringLiteral("image://nimbrel/file/%1x%2/").arg(width).arg(height) +
+         QString::fromLatin1(QUrl::toPercentEncoding(QString::fromStdString(path)));
 }
 
 bool ImageStore::hasAsset(const QString& name) {

@@ -24,6 +24,8 @@ class ImageStore {
 
   // "" for no picture.
   QString urlFor(const std::optional<UIImage>& image);
+  // A picture read lazily from a file, of the given size (a tile of that shape when unreadable).
+  static QString urlForFile(const std::string& path, int width, int height);
   // The picture for an address's path ("asset/icon_pdf", "pixels/12/4032x3024").
   QImage render(const QString& id, const QSize& requested);
 

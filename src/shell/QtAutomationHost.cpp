@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QTimer>
 
 #include <unistd.h>
@@ -47,6 +48,29 @@ std::optional<std::string> QtAutomationHost::screenshot(const std::string& path)
   QImage picture = window_->grabWindow();
   if (picture.isNull()) return "the window could not be grabbed";
   if (!picture.save(QString::fromStdString(path))) return "the picture could not be written to " + path;
+  return std::nullopt;
+}
+
+std::optional<std::string> QtAutomationHost::gesture(UIGestureRecognizer& recognizer, CGPoint point) {
+  auto* tap = dynamic_cast<UITapGestureRecognizer*>(&recognizer);
+  if (!tap) return AutomationHost::gesture(recognizer, point);
+  if (!window_) return "the window is not open";
+  loop_.settle();
+  const QPointF at(point.x, point.y);
+  if (!QRectF(QPointF(0, 0), QSizeF(window_->size())).contains(at)) return "the point is outside the window";
+  static ulong stamp = 1000;
+  auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+    QMouseEvent event(type, at, window_->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
+    event.setTimestamp(stamp += 20);
+    QCoreApplication::sendEvent(window_, &event);
+  };
+  // The order a window gets a double click in: press, release, press, double click, release.
+  for (int i = 0; i < tap->numberOfTapsRequired; ++i) {
+    send(QEvent::MouseButtonPress, Qt::LeftButton);
+    if (i > 0) send(QEvent::MouseButtonDblClick, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, Qt::NoButton);
+  }
+  stamp += 1000;  // the next request's clicks are not part of this one
   return std::nullopt;
 }
 

@@ -33,6 +33,8 @@ class QtAutomationHost final : public AutomationHost {
   nlohmann::json paths() const override;
   std::vector<std::string> sdkCalls() const override;
   std::optional<std::string> screenshot(const std::string& path) override;
+  // Taps arrive as clicks on the window, where the recogniser's view lies (screens fill it).
+  std::optional<std::string> gesture(UIGestureRecognizer& recognizer, CGPoint point) override;
 
  private:
   QtRunLoop& loop_;

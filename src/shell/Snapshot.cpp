@@ -2,11 +2,16 @@
 
 #include <QVariantList>
 
+#include <algorithm>
+
 #include "app/kit/CheckmarkView.h"
+#include "app/viewers/PlayerView.h"
 #include "platform/ads/MANativeAdView.h"
 #include "platform/libs/DYPieChartView.h"
 #include "platform/libs/LottieAnimationView.h"
 #include "platform/libs/MGCollapsingHeaderView.h"
+#include "platform/photos/PHLivePhoto.h"
+#include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UICollectionView.h"
@@ -32,6 +37,17 @@ QString qs(const std::optional<std::string>& text) {
 
 QVariantMap rect(const CGRect& r) {
   return {{"x", r.minX()}, {"y", r.minY()}, {"width", r.width()}, {"height", r.height()}};
+}
+
+QVariantList describeRuns(const NSAttributedString& text) {
+  QVariantList runs;
+  for (const auto& run : text.runs) {
+    runs.push_back(QVariantMap{{"text", QString::fromStdString(run.text)},
+                               {"size", run.font.pointSize},
+                               {"bold", run.font.bold},
+                               {"color", toQColor(run.color)}});
+  }
+  return runs;
 }
 
 void describeNativeAds(const UIView& view, QVariantMap& out) {
@@ -63,6 +79,16 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
     out["type"] = QString::fromLatin1(recognizer->className());
     out["enabled"] = recognizer->isEnabled();
     out["attached"] = recognizer->view() != nullptr;
+    if (auto tap = std::dynamic_pointer_cast<UITapGestureRecognizer>(recognizer)) out["taps"] = tap->numberOfTapsRequired;
+    return out;
+  }
+  if (auto item = std::dynamic_pointer_cast<UIBarButtonItem>(object)) {
+    out["type"] = QStringLiteral("UIBarButtonItem");
+    out["systemItem"] = item->systemItem();
+    // The system items this program uses, drawn from the shell's own assets.
+    out["image"] = item->systemItem() == UIBarButtonItem::play    ? QStringLiteral("image://nimbrel/asset/play")
+                   : item->systemItem() == UIBarButtonItem::pause ? QStringLiteral("image://nimbrel/asset/pause")
+                                                                  : QString();
     return out;
   }
   auto view = std::dynamic_pointer_cast<UIView>(object);
@@ -85,6 +111,7 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
     out["bold"] = label->font().bold;
     out["align"] = static_cast<int>(label->textAlignment());
     out["lines"] = label->numberOfLines();
+    out["runs"] = label->attributedText() ? describeRuns(*label->attributedText()) : QVariantList();
   }
   if (auto button = std::dynamic_pointer_cast<UIButton>(view)) {
     out["title"] = qs(button->currentTitle());
@@ -110,6 +137,26 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
   if (auto scroll = std::dynamic_pointer_cast<UIScrollView>(view)) {
     out["contentY"] = scroll->contentOffset().y;
     out["contentX"] = scroll->contentOffset().x;
+    out["zoomScale"] = scroll->zoomScale();
+    out["minimumZoomScale"] = scroll->minimumZoomScale();
+    out["maximumZoomScale"] = scroll->maximumZoomScale();
+    const UIEdgeInsets inset = scroll->contentInset();
+    out["contentInset"] = QVariantMap{{"top", inset.top}, {"left", inset.left}, {"bottom", inset.bottom}, {"right", inset.right}};
+    out["contentSize"] = QVariantMap{{"width", scroll->contentSize().width}, {"height", scroll->contentSize().height}};
+    const CGPoint shown = shownContentOffset(*scroll);
+    out["shownX"] = shown.x;
+    out["shownY"] = shown.y;
+    out["interactive"] = scroll->isUserInteractionEnabled();
+  }
+  if (auto live = std::dynamic_pointer_cast<PHLivePhotoView>(view)) {
+    const auto& photo = live->livePhoto();
+    out["image"] = photo ? ImageStore::shared().urlForFile(photo->source(), int(photo->size().width), int(photo->size().height))
+                         : QString();
+    out["pictureWidth"] = photo ? photo->size().width : 0.0;
+    out["pictureHeight"] = photo ? photo->size().height : 0.0;
+  }
+  if (auto player = std::dynamic_pointer_cast<nimbrel::PlayerView>(view)) {
+    out["hasPlayer"] = player->player() != nullptr;
   }
   if (auto checkmark = std::dynamic_pointer_cast<CheckmarkView>(view)) {
     auto d = checkmark->drawing();
@@ -150,8 +197,37 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
     out["progress"] = header->progress();
     out["minimumHeight"] = header->minimumHeaderHeight();
   }
+  QVariantList animations;
+  for (const auto& a : view->layerAnimations()) {
+    animations.push_back(QVariantMap{{"key", QString::fromStdString(a.key)},
+                                     {"keyPath", QString::fromStdString(a.keyPath)},
+                                     {"from", a.from},
+                                     {"to", a.to},
+                                     {"duration", a.duration},
+                                     {"kind", QString::fromStdString(a.kind)}});
+  }
+  out["layerAnimations"] = animations;
   describeNativeAds(*view, out);
   return out;
+}
+
+CGPoint shownContentOffset(const UIScrollView& scroll) {
+  return clampContentOffset(scroll, scroll.contentOffset());
+}
+
+CGPoint clampContentOffset(const UIScrollView& scroll, CGPoint offset) {
+  // An inset below zero narrows the range, which is how a zoomed picture is kept centred.
+  const UIEdgeInsets inset = scroll.contentInset();
+  const CGSize content = scroll.contentSize();
+  const CGSize bounds = scroll.bounds().size;
+  auto clampAxis = [](double offset, double before, double length, double after, double visible) {
+    double low = -before;
+    double high = length + after - visible;
+    if (high < low) return low;
+    return std::clamp(offset, low, high);
+  };
+  return {clampAxis(offset.x, inset.left, content.width, inset.right, bounds.width),
+          clampAxis(offset.y, inset.top, content.height, inset.bottom, bounds.height)};
 }
 
 }  // namespace nimbrel::shell

@@ -2,11 +2,15 @@
 
 #include <cmath>
 
+#include "app/viewers/PlayerView.h"
 #include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIControl.h"
 #include "platform/uikit/UIScrollView.h"
 #include "shell/CollectionModel.h"
+#include "shell/PlayerObject.h"
 #include "shell/Snapshot.h"
 
 namespace nimbrel::shell {
@@ -44,7 +48,21 @@ CollectionModel* ViewObject::model() {
   return model_;
 }
 
+PlayerObject* ViewObject::player() {
+  auto view = std::dynamic_pointer_cast<nimbrel::PlayerView>(object_);
+  std::shared_ptr<AVPlayer> current = view ? view->player() : nullptr;
+  if (!current) return nullptr;
+  if (player_ && player_->player() == current) return player_;
+  if (player_) player_->deleteLater();
+  player_ = new PlayerObject(current, this);
+  return player_;
+}
+
 bool ViewObject::press() {
+  if (auto item = std::dynamic_pointer_cast<UIBarButtonItem>(object_)) {
+    item->press();
+    return true;
+  }
   auto control = std::dynamic_pointer_cast<UIControl>(object_);
   if (!control || !control->isEnabled() || control->isEffectivelyHidden()) return false;
   control->sendActionsForControlEvents(UIControlEvents::touchUpInside);
@@ -65,6 +83,33 @@ void ViewObject::setViewSize(double width, double height) {
   CGRect frame = view->frame();
   if (std::abs(frame.width() - width) < 0.01 && std::abs(frame.height() - height) < 0.01) return;
   view->setFrame(CGRect{frame.origin, {width, height}});
+}
+
+bool ViewObject::recognize(double x, double y) {
+  auto recognizer = std::dynamic_pointer_cast<UIGestureRecognizer>(object_);
+  return recognizer && recognizer->recognize(UIGestureRecognizerState::ended, {x, y});
+}
+
+void ViewObject::zoomAt(double scale, double anchorX, double anchorY) {
+  auto scroll = std::dynamic_pointer_cast<UIScrollView>(object_);
+  if (!scroll || !(scale > 0)) return;
+  const double before = scroll->zoomScale();
+  if (std::abs(scale - before) < 1e-6) return;
+  const CGPoint shown = shownContentOffset(*scroll);
+  // The content point under the anchor, at zoom 1.
+  const double cx = (shown.x + anchorX) / before, cy = (shown.y + anchorY) / before;
+  scroll->setZoomScale(scale, false);
+  const double after = scroll->zoomScale();
+  if (after == before) return;
+  scroll->setContentOffset(clampContentOffset(*scroll, {cx * after - anchorX, cy * after - anchorY}), false);
+}
+
+void ViewObject::scrollTo(double x, double y) {
+  auto scroll = std::dynamic_pointer_cast<UIScrollView>(object_);
+  if (!scroll) return;
+  const CGPoint target = clampContentOffset(*scroll, {x, y});
+  if (std::abs(target.x - scroll->contentOffset().x) < 0.25 && std::abs(target.y - scroll->contentOffset().y) < 0.25) return;
+  scroll->setContentOffset(target, false);
 }
 
 }  // namespace nimbrel::shell

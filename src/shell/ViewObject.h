@@ -15,6 +15,7 @@
 namespace nimbrel::shell {
 
 class CollectionModel;
+class PlayerObject;
 
 // One outlet of a screen as QML sees it: notifying properties read from the view object, a press
 // that sends the control's wired actions, and the layout facts that flow back (size, scroll).
@@ -41,6 +42,8 @@ class ViewObject : public QObject {
   Q_PROPERTY(QVariantList nativeAds READ nativeAds NOTIFY changed)
   Q_PROPERTY(QVariantMap state READ state NOTIFY changed)
   Q_PROPERTY(nimbrel::shell::CollectionModel* model READ model CONSTANT)
+  // The player of a player view (null without one).
+  Q_PROPERTY(nimbrel::shell::PlayerObject* player READ player NOTIFY changed)
 
  public:
   explicit ViewObject(std::shared_ptr<NSObject> object, QObject* parent = nullptr);
@@ -65,6 +68,7 @@ class ViewObject : public QObject {
   QVariantList nativeAds() const { return state_.value("nativeAds").toList(); }
   QVariantMap state() const { return state_; }
   CollectionModel* model();
+  PlayerObject* player();
 
   // A person lifts a finger inside the control: its wired touch-up-inside actions run.
   Q_INVOKABLE bool press();
@@ -72,6 +76,15 @@ class ViewObject : public QObject {
   Q_INVOKABLE void setContentY(double y);
   // The size the shell gave the view; collections lay out again for it.
   Q_INVOKABLE void setViewSize(double width, double height);
+  // A person's tap on the recogniser's view at (x, y) in that view's coordinates: the recogniser
+  // recognises there (one waiting for another's failure decides later, on the platform's clock).
+  Q_INVOKABLE bool recognize(double x, double y);
+  // A pinch or ctrl+wheel on a scroll view: the zoom goes to `scale` (the scroll view keeps it in
+  // its limits) and the content point under (anchorX, anchorY), in the scroll view's visible
+  // coordinates, stays under it.
+  Q_INVOKABLE void zoomAt(double scale, double anchorX, double anchorY);
+  // A drag on a scroll view: the content goes to (x, y), held in the range the scroll view allows.
+  Q_INVOKABLE void scrollTo(double x, double y);
 
   const std::shared_ptr<NSObject>& object() const { return object_; }
   // Reads the view again; emits `changed` when what a person sees differs.
@@ -85,6 +98,7 @@ class ViewObject : public QObject {
   QVariantMap state_;
   std::vector<std::pair<ChangeSignal*, ChangeSignal::Token>> observed_;
   QPointer<CollectionModel> model_;
+  QPointer<PlayerObject> player_;
 };
 
 }  // namespace nimbrel::shell

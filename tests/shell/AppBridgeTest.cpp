@@ -76,6 +76,7 @@ TEST_F(AppBridgeTest, ThePresentedScreenIsModalWithItsStyle) {
 
 TEST_F(AppBridgeTest, EscapeUsesTheScreensOwnBackAndNeverPopsAScreenWithoutOne) {
   AppBridge bridge;
+  nav()->setNavigationBarHidden(true, false);  // screens that draw their own header
   auto next = std::make_shared<UIViewController>();
   nav()->pushViewController(next, false);
   loop_.settle();
@@ -85,6 +86,38 @@ TEST_F(AppBridgeTest, EscapeUsesTheScreensOwnBackAndNeverPopsAScreenWithoutOne) 
   next->registerAction("onBackBtn:", [&](const std::shared_ptr<NSObject>&) { ++backs; });
   EXPECT_TRUE(bridge.back());
   EXPECT_EQ(backs, 1);
+}
+
+TEST_F(AppBridgeTest, EscapeIsTheBarsBackButtonWhileTheBarShows) {
+  AppBridge bridge;
+  auto next = std::make_shared<UIViewController>();
+  nav()->pushViewController(next, false);
+  loop_.settle();
+  ScreenObject* screen = bridge.screens()->top();
+  ASSERT_TRUE(screen);
+  EXPECT_TRUE(screen->canGoBack());
+  EXPECT_FALSE(bridge.screens()->at(0)->canGoBack()) << "the root has nowhere to go";
+  nav()->setNavigationBarHidden(true, false);
+  EXPECT_FALSE(bridge.back()) << "a hidden bar has no back button";
+  EXPECT_EQ(nav()->viewControllers().size(), 2u);
+  nav()->setNavigationBarHidden(false, false);
+  EXPECT_TRUE(bridge.back());
+  loop_.settle();
+  EXPECT_EQ(nav()->viewControllers().size(), 1u);
+  EXPECT_FALSE(bridge.back()) << "the root is never popped";
+}
+
+TEST_F(AppBridgeTest, EscapeLeavesAPanelByItsOwnWayOut) {
+  AppBridge bridge;
+  auto panel = std::make_shared<UIViewController>();
+  int exits = 0;
+  panel->registerAction("onExitBtn:", [&](const std::shared_ptr<NSObject>&) { ++exits; });
+  panel->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
+  root->presentViewController(panel, false, nullptr);
+  loop_.settle();
+  EXPECT_TRUE(bridge.back());
+  EXPECT_EQ(exits, 1);
+  EXPECT_EQ(nav()->presentedViewController(), panel) << "the panel's action decides, not the shell";
 }
 
 TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {

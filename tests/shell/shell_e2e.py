@@ -1,9 +1,13 @@
 #!/usr/bin/env python3
 """Drives the Qt program (offscreen) and the headless runner through the same steps from launch:
-splash, home, the images screen, an album, a long press, the menu, storage analysis, settings.
-Each `tree` of the Qt program must match the headless runner's (screens, their outlets, the
-overlays; `now` aside). Screenshots of every scene are kept under the artifacts folder, and any Qt
-or QML warning in the program's log fails the run.
+splash, home, the images screen, an album, the photo viewer (a double tap, a double tap back, a
+single tap that brings the bar), the live photo viewer, a long press, the info panel for one item
+and for two, the menu, storage analysis, settings; then, from a second launch, the videos screen
+and the system player. Each `tree` of the Qt program must match the headless runner's (screens,
+their outlets, the overlays; `now` and each program's own library folder aside), and a few must
+show what the steps were for. The Qt program takes a gesture as a person's clicks on its window,
+the runner hands it to the recogniser. Screenshots of every scene are kept under the artifacts
+folder, and any Qt or QML warning in the program's log fails the run.
 
 usage: shell_e2e.py NIMBREL NIMBREL_HEADLESS FIXTURE ARTIFACTS_DIR {phone|pad}
 """
@@ -13,8 +17,14 @@ import subprocess
 import sys
 import tempfile
 
+ABSENT = object()
+
 # Values the shell measures with its own font: present and positive on both sides, not equal.
 MEASURED = {"subVFolderNameWidthConstant"}
+
+# Rows in the album the steps open (newest first): the live photo, then a still.
+LIVE_ROW = 0
+STILL_ROW = 1
 
 STEPS = [
     ("advance", {"op": "advance", "seconds": 1.2}),
@@ -30,10 +40,52 @@ STEPS = [
     ("advance", {"op": "advance", "seconds": 0.8}),
     ("tree", "album"),
     ("shot", "album"),
+    # The photo viewer: a double tap zooms around the point, another zooms out, a single tap
+    # (after the platform's wait for a second one) leaves full screen and brings the bar.
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": STILL_ROW}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tree", "viewer"),
+    ("shot", "viewer"),
+    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("tree", "viewer-zoomed"),
+    ("shot", "viewer-zoomed"),
+    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("send", {"op": "gesture", "recognizer": "singleTapRecognizer", "x": 200, "y": 420}),
+    ("advance", {"op": "advance", "seconds": 0.2}),
+    ("tree", "viewer-waiting"),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("tree", "viewer-bar"),
+    ("shot", "viewer-bar"),
+    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    # The live photo.
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": LIVE_ROW}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tree", "live"),
+    ("shot", "live"),
+    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
     ("send", {"op": "longPress", "collection": "albumsCollectionView", "row": 1}),
     ("advance", {"op": "advance", "seconds": 0.4}),
     ("tree", "selection"),
     ("shot", "selection"),
+    # The info panel for the one selected item, then for two.
+    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tree", "info-one"),
+    ("shot", "info-one"),
+    ("send", {"op": "action", "selector": "onExitBtn:", "sender": "btnExit"}),
+    ("advance", {"op": "advance", "seconds": 0.5}),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}),
+    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}),
+    ("advance", {"op": "advance", "seconds": 1.0}),
+    ("tree", "info-several"),
+    ("shot", "info-several"),
+    ("send", {"op": "action", "selector": "onDoneBtn:", "sender": "btnDone"}),
+    ("advance", {"op": "advance", "seconds": 0.5}),
+    ("tree", "selection-after-info"),
     ("send", {"op": "action", "selector": "onMenuBtn:", "sender": "btnMrnu"}),
     ("advance", {"op": "advance", "seconds": 0.3}),
     ("tree", "menu"),
@@ -48,6 +100,41 @@ STEPS = [
     ("advance", {"op": "advance", "seconds": 1.2}),
     ("tree", "settings"),
     ("shot", "settings"),
+]
+
+# What a few trees must show, on both sides, so that two programs doing nothing alike would not
+# pass: JSON pointers into the tree and the values expected there.
+CHECKS = {
+    "viewer": {"/screens/-1/id": "PreviewViewController", "/screens/-1/navigationBarHidden": True,
+               "/screens/-1/outlets/imageView/image": "pixels:4032x3024"},
+    "viewer-zoomed": {"/screens/-1/outlets/scrollView/zoomScale": 2.0, "/screens/-1/statusBarHidden": True},
+    # Zoomed out again; the single tap is still waiting for a second one.
+    "viewer-waiting": {"/screens/-1/outlets/scrollView/zoomScale": ABSENT, "/screens/-1/statusBarHidden": True},
+    "viewer-bar": {"/screens/-1/navigationBarHidden": False, "/screens/-1/statusBarHidden": ABSENT},
+    "live": {"/screens/-1/id": "LivePreviewViewController", "/screens/-1/outlets/imageView/hidden": True,
+             "/screens/-1/outlets/badgeView/hidden": False},
+    "info-one": {"/screens/-1/id": "InfoVC", "/screens/-1/outlets/lblFileName/text": "IMG_0007.JPG",
+                 "/screens/-1/outlets/lblFilePath/text": "file://<home>/PhotoLibrary/IMG_0007.JPG"},
+    "info-several": {"/screens/-1/id": "PhotosInfoVC", "/screens/-1/outlets/lblContain/text": "2 files"},
+    "selection-after-info": {"/screens/-1/id": "ImagesVC"},
+    "system-player": {"/screens/-1/id": "AVPlayerViewController", "/screens/-1/presentation": "modal"},
+}
+
+# From a second launch: the videos screen, a video in the system player.
+VIDEO_STEPS = [
+    ("advance", {"op": "advance", "seconds": 5.8}),
+    ("send", {"op": "action", "selector": "onVideoBtn:", "sender": "btnVideo"}),
+    ("advance", {"op": "advance", "seconds": 1.2}),
+    ("tree", "videos"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tree", "video-album"),
+    ("shot", "video-album"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("advance", {"op": "advance", "seconds": 1.0}),
+    ("tree", "system-player"),
+    ("shot", "system-player"),
+    ("players", "system-player"),
 ]
 
 
@@ -89,6 +176,28 @@ def strip_measured(node, path, problems):
     return node
 
 
+def at_pointer(node, pointer):
+    for part in pointer.lstrip("/").split("/"):
+        if isinstance(node, list) and part.lstrip("-").isdigit() and -len(node) <= int(part) < len(node):
+            node = node[int(part)]
+        elif isinstance(node, dict) and part in node:
+            node = node[part]
+        else:
+            return ABSENT
+    return node
+
+
+def with_home(node, home):
+    """Each program keeps its library in a folder of its own: the folder becomes "<home>"."""
+    if isinstance(node, dict):
+        return {k: with_home(v, home) for k, v in node.items()}
+    if isinstance(node, list):
+        return [with_home(v, home) for v in node]
+    if isinstance(node, str) and home:
+        return node.replace(home, "<home>")
+    return node
+
+
 def differences(a, b, path=""):
     if type(a) is not type(b):
         return [f"{path}: {json.dumps(a)[:160]} != {json.dumps(b)[:160]}"]
@@ -110,6 +219,46 @@ def differences(a, b, path=""):
     return [] if a == b else [f"{path}: {json.dumps(a)[:160]} != {json.dumps(b)[:160]}"]
 
 
+def run_steps(steps, qt, sim, artifacts, form, failures, seen):
+    homes = [p.ask({"op": "paths"}).get("home") for p in (qt, sim)]
+    for kind, what in steps:
+        if kind == "shot":
+            path = os.path.join(artifacts, f"{what}-{form}.png")
+            answer = qt.ask({"op": "screenshot", "path": path})
+            if not answer.get("ok") or not os.path.getsize(path):
+                failures.append(f"screenshot {what}: {answer}")
+            continue
+        if kind == "players":
+            # Positions follow each program's own clock; which items play must agree.
+            a, b = (with_home(p.ask({"op": "players"}), home) for p, home in zip((qt, sim), homes))
+            playing = [[(p["url"], p["playing"]) for p in r.get("players", [])] for r in (a, b)]
+            if playing[0] != playing[1] or not playing[0]:
+                failures.append(f"[{what}] players: qt {a} / headless {b}")
+            continue
+        request = {"op": "tree"} if kind == "tree" else what
+        a, b = qt.ask(request), sim.ask(request)
+        if a.get("ok") != b.get("ok") or (kind == "send" and not a.get("ok")):
+            failures.append(f"{json.dumps(request)}: qt {a} / headless {b}")
+        if kind == "tree":
+            seen.add(what)
+            for tree in (a, b):
+                tree.pop("now", None)
+            a, b = with_home(a, homes[0]), with_home(b, homes[1])
+            for pointer, expected in CHECKS.get(what, {}).items():
+                found = at_pointer(b, pointer)
+                if found is not expected and found != expected:
+                    shown = "absent" if found is ABSENT else json.dumps(found)
+                    failures.append(f"[{what}] {pointer}: {shown}, expected "
+                                    f"{'absent' if expected is ABSENT else json.dumps(expected)}")
+            problems = []
+            a = strip_measured(a, "", problems)
+            b = strip_measured(b, "", problems)
+            failures += [f"[{what}] {p}" for p in problems]
+            failures += [f"[{what}] {d}" for d in differences(a, b)]
+            ids = [s["id"] for s in a.get("screens", [])]
+            print(f"{what}: {' > '.join(ids)}")
+
+
 def main():
     nimbrel, headless, fixture_path, artifacts, form = sys.argv[1:6]
     os.makedirs(artifacts, exist_ok=True)
@@ -126,41 +275,26 @@ def main():
         os.mkdir(runtime, 0o700)
         env = dict(os.environ, TMPDIR=scratch, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",
                    XDG_RUNTIME_DIR=runtime)
-        qt = Program([nimbrel, "--automation", "--fixture", fixture_file], env)
-        sim = Program([headless, "--fixture", fixture_file], env)
         failures = []
-        try:
-            for kind, what in STEPS:
-                if kind == "shot":
-                    path = os.path.join(artifacts, f"{what}-{form}.png")
-                    answer = qt.ask({"op": "screenshot", "path": path})
-                    if not answer.get("ok") or not os.path.getsize(path):
-                        failures.append(f"screenshot {what}: {answer}")
-                    continue
-                request = {"op": "tree"} if kind == "tree" else what
-                a, b = qt.ask(request), sim.ask(request)
-                if a.get("ok") != b.get("ok"):
-                    failures.append(f"{json.dumps(request)}: qt {a} / headless {b}")
-                if kind == "tree":
-                    for tree in (a, b):
-                        tree.pop("now", None)
-                    problems = []
-                    a = strip_measured(a, "", problems)
-                    b = strip_measured(b, "", problems)
-                    failures += [f"[{what}] {p}" for p in problems]
-                    failures += [f"[{what}] {d}" for d in differences(a, b)]
-                    ids = [s["id"] for s in a.get("screens", [])]
-                    print(f"{what}: {' > '.join(ids)}")
-        finally:
-            status, _, err = qt.close()
-            sim.close()
-        warnings = [line for line in err.splitlines()
-                    if line.startswith(("qt-warning", "qt-critical", "qt-fatal"))]
+        logs = []
+        seen = set()
+        for steps in (STEPS, VIDEO_STEPS):
+            qt = Program([nimbrel, "--automation", "--fixture", fixture_file], env)
+            sim = Program([headless, "--fixture", fixture_file], env)
+            try:
+                run_steps(steps, qt, sim, artifacts, form, failures, seen)
+            finally:
+                status, _, err = qt.close()
+                sim.close()
+            logs.append(err)
+            warnings = [line for line in err.splitlines()
+                        if line.startswith(("qt-warning", "qt-critical", "qt-fatal"))]
+            failures += [f"Qt said: {w}" for w in warnings]
+            if status != 0:
+                failures.append(f"the program ended with status {status}")
+        failures += [f"no tree named {name!r} to check" for name in sorted(set(CHECKS) - seen)]
         with open(os.path.join(artifacts, f"log-{form}.txt"), "w", encoding="utf-8") as f:
-            f.write(err)
-        failures += [f"Qt said: {w}" for w in warnings]
-        if status != 0:
-            failures.append(f"the program ended with status {status}")
+            f.write("\n".join(logs))
     for failure in failures:
         print("FAIL", failure)
     print(f"{'passed' if not failures else 'failed'}: {len(failures)} problems")

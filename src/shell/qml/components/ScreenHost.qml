@@ -18,7 +18,16 @@ Item {
     z: index
 
     readonly property string scenesDir: "../scenes/"
-    readonly property var known: ["SplashVC", "HomeViewController", "ImagesVC", "StorageAnalysisVC", "SettingVC"]
+    // Scene files by screen; the live photo and video viewers are variants of the photo viewer's.
+    readonly property var sceneFiles: ({
+        "SplashVC": "SplashVC.qml", "HomeViewController": "HomeViewController.qml", "ImagesVC": "ImagesVC.qml",
+        "StorageAnalysisVC": "StorageAnalysisVC.qml", "SettingVC": "SettingVC.qml",
+        "PreviewViewController": "PreviewViewController.qml",
+        "LivePreviewViewController": "PreviewViewController.qml",
+        "VideoPreviewViewController": "PreviewViewController.qml",
+        "AVPlayerViewController": "AVPlayerViewController.qml",
+        "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml"
+    })
 
     Rectangle {   // the dim behind a modal screen
         anchors.fill: parent
@@ -44,8 +53,7 @@ Item {
         Loader {
             id: scene
             anchors.fill: parent
-            source: root.known.indexOf(root.screen.screenId) >= 0 ? root.scenesDir + root.screen.screenId + ".qml"
-                                                                   : root.scenesDir + "GenericScene.qml"
+            source: root.scenesDir + (root.sceneFiles[root.screen.screenId] || "GenericScene.qml")
         }
         Binding { target: scene.item; property: "screen"; value: root.screen; when: scene.status === Loader.Ready }
     }

@@ -12,6 +12,7 @@ QtObject {
     readonly property color separator: "#e3e3e8"
     readonly property color pressed: "#ececf0"
     readonly property int barHeight: 44
+    readonly property int statusBarHeight: 24
     readonly property int radius: 16
     readonly property int pad: 16
     readonly property string font: Qt.application.font.family

@@ -1,0 +1,314 @@
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "platform/PlatformState.h"
+#include "platform/av/AVPlayer.h"
+#include "platform/av/MediaDurations.h"
+#include "platform/photos/PHLivePhoto.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIGestureRecognizer.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIScrollView.h"
+#include "platform/uikit/UIStoryboard.h"
+#include "shell/AppBridge.h"
+#include "shell/PlayerObject.h"
+#include "shell/QtRunLoop.h"
+#include "shell/Snapshot.h"
+#include "shell/ViewObject.h"
+
+namespace nimbrel::shell {
+namespace {
+
+class ViewerBridgeTest : public ::testing::Test {
+ protected:
+  ~ViewerBridgeTest() override {
+    resetPlatformState();
+    RunLoop::install(previous_);
+  }
+  QtRunLoop loop_{0.0};
+  RunLoop* previous_ = RunLoop::install(&loop_);
+};
+
+// A scroll view whose zoom view is a plain view of the scroll view's size.
+struct Zoomable : UIScrollViewDelegate {
+  std::shared_ptr<UIView> zoomView = std::make_shared<UIView>(CGRect{{0, 0}, {400, 800}});
+  std::shared_ptr<UIView> viewForZoomingInScrollView(UIScrollView&) override { return zoomView; }
+};
+
+std::shared_ptr<UIScrollView> zoomableScroll(const std::shared_ptr<Zoomable>& delegate) {
+  auto scroll = std::make_shared<UIScrollView>(CGRect{{0, 0}, {400, 800}});
+  scroll->setDelegate(delegate);
+  scroll->setMinimumZoomScale(1);
+  scroll->setMaximumZoomScale(3);
+  scroll->addSubview(delegate->zoomView);
+  return scroll;
+}
+
+TEST_F(ViewerBridgeTest, TheShownOffsetStaysInTheRangeTheContentAndInsetsAllow) {
+  UIScrollView scroll(CGRect{{0, 0}, {390, 844}});
+  EXPECT_EQ(shownContentOffset(scroll), (CGPoint{0, 0})) << "no content: nothing to move";
+  scroll.setContentSize({780, 1688});
+  scroll.setContentOffset({500, -30});
+  EXPECT_EQ(shownContentOffset(scroll), (CGPoint{390, 0}));
+  // A picture narrower than the zoomed view: the negative inset pins it in the middle.
+  scroll.setContentInset({-422, 0, -422, 0});
+  scroll.setContentOffset({120, 0});
+  EXPECT_EQ(shownContentOffset(scroll), (CGPoint{120, 422}));
+  scroll.setContentOffset({120, 900});
+  EXPECT_EQ(shownContentOffset(scroll), (CGPoint{120, 422}));
+  // A positive inset lets the content go past its edge by that much.
+  scroll.setContentInset({0, 30, 0, 30});
+  scroll.setContentOffset({-100, 0});
+  EXPECT_EQ(shownContentOffset(scroll), (CGPoint{-30, 0}));
+  QVariantMap s = snapshotOf(std::make_shared<UIScrollView>(scroll));
+  EXPECT_DOUBLE_EQ(s["shownX"].toDouble(), -30);
+  EXPECT_DOUBLE_EQ(s["contentInset"].toMap()["left"].toDouble(), 30);
+  EXPECT_DOUBLE_EQ(s["contentX"].toDouble(), -100) << "the platform's own offset is reported as it is";
+}
+
+TEST_F(ViewerBridgeTest, ZoomingKeepsThePointUnderTheAnchorAndThePlatformKeepsItsLimits) {
+  auto delegate = std::make_shared<Zoomable>();
+  auto scroll = zoomableScroll(delegate);
+  ViewObject view(scroll);
+  view.zoomAt(2, 100, 200);
+  EXPECT_DOUBLE_EQ(scroll->zoomScale(), 2);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{100, 200})) << "content point (100, 200) stays under the anchor";
+  view.zoomAt(3, 0, 0);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{150, 300}));
+  view.zoomAt(10, 50, 50);
+  EXPECT_DOUBLE_EQ(scroll->zoomScale(), 3) << "no further than the maximum";
+  view.zoomAt(0.2, 200, 400);
+  EXPECT_DOUBLE_EQ(scroll->zoomScale(), 1);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 0})) << "back at 1 the content cannot move";
+  EXPECT_DOUBLE_EQ(view.state()["zoomScale"].toDouble(), 1);
+}
+
+TEST_F(ViewerBridgeTest, ADragMovesAZoomedPictureNoFurtherThanItsEdges) {
+  auto delegate = std::make_shared<Zoomable>();
+  auto scroll = zoomableScroll(delegate);
+  ViewObject view(scroll);
+  view.scrollTo(50, 50);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 0})) << "unzoomed, nothing moves";
+  scroll->setZoomScale(2);
+  view.scrollTo(120, -40);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{120, 0}));
+  view.scrollTo(5000, 5000);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{400, 800}));
+}
+
+TEST_F(ViewerBridgeTest, ATapGoesToItsRecogniserAndASingleTapWaitsForTheDouble) {
+  auto controller = std::make_shared<UIViewController>();
+  std::vector<std::pair<std::string, CGPoint>> taps;
+  auto log = [&](const char* name) {
+    return [&, name](const std::shared_ptr<NSObject>& sender) {
+      auto r = std::dynamic_pointer_cast<UIGestureRecognizer>(sender);
+      taps.emplace_back(name, r->locationInView(nullptr));
+    };
+  };
+  controller->registerAction("single:", log("single"));
+  controller->registerAction("double:", log("double"));
+  auto single = std::make_shared<UITapGestureRecognizer>(controller, "single:");
+  auto twice = std::make_shared<UITapGestureRecognizer>(controller, "double:");
+  twice->numberOfTapsRequired = 2;
+  single->requireGestureRecognizerToFail(twice);
+  auto root = std::make_shared<UIView>(CGRect{{0, 0}, {390, 844}});
+  root->addGestureRecognizer(single);
+  root->addGestureRecognizer(twice);
+  ViewObject singleView(single), doubleView(twice);
+  EXPECT_EQ(doubleView.state()["taps"].toInt(), 2);
+
+  EXPECT_TRUE(singleView.recognize(10, 20));
+  loop_.settle();
+  EXPECT_TRUE(taps.empty()) << "the single tap waits to learn that no second one follows";
+  loop_.runFor(UIGestureRecognizer::kDoubleTapWait + 0.1);
+  loop_.settle();
+  ASSERT_EQ(taps.size(), 1u);
+  EXPECT_EQ(taps[0].first, "single");
+  EXPECT_EQ(taps[0].second, (CGPoint{10, 20}));
+
+  // A double click: its first click is a single tap, which the double then cancels.
+  taps.clear();
+  singleView.recognize(30, 40);
+  doubleView.recognize(30, 40);
+  loop_.runFor(UIGestureRecognizer::kDoubleTapWait + 0.1);
+  loop_.settle();
+  ASSERT_EQ(taps.size(), 1u);
+  EXPECT_EQ(taps[0].first, "double");
+  EXPECT_EQ(taps[0].second, (CGPoint{30, 40}));
+
+  twice->setEnabled(false);
+  EXPECT_FALSE(doubleView.recognize(1, 1)) << "a disabled recogniser takes no touch";
+  ViewObject label(std::make_shared<UILabel>());
+  EXPECT_FALSE(label.recognize(1, 1));
+}
+
+TEST_F(ViewerBridgeTest, TheTitleViewsRunsKeepTheirSizes) {
+  auto label = std::make_shared<UILabel>();
+  NSAttributedString title;
+  title.runs.push_back({"Lisbon", UIFont::systemFontOfSize(16), UIColor::blackColor()});
+  title.runs.push_back({"\nMarch 1, 2026", UIFont::systemFontOfSize(12), UIColor::blackColor()});
+  label->setAttributedText(title);
+  ViewObject view(label);
+  QVariantList runs = view.state()["runs"].toList();
+  ASSERT_EQ(runs.size(), 2);
+  EXPECT_EQ(runs[0].toMap()["text"].toString(), "Lisbon");
+  EXPECT_DOUBLE_EQ(runs[0].toMap()["size"].toDouble(), 16);
+  EXPECT_EQ(runs[1].toMap()["text"].toString(), "\nMarch 1, 2026");
+  EXPECT_DOUBLE_EQ(runs[1].toMap()["size"].toDouble(), 12);
+  EXPECT_EQ(view.text(), "Lisbon\nMarch 1, 2026");
+}
+
+TEST_F(ViewerBridgeTest, ABarButtonShowsItsGlyphAndAPressSendsItsAction) {
+  auto controller = std::make_shared<UIViewController>();
+  std::shared_ptr<NSObject> sender;
+  controller->registerAction("pausePressedWithSender:", [&](const std::shared_ptr<NSObject>& s) { sender = s; });
+  auto item = std::make_shared<UIBarButtonItem>(UIBarButtonItem::pause, controller, "pausePressedWithSender:");
+  ViewObject view(item);
+  EXPECT_EQ(view.type(), "UIBarButtonItem");
+  EXPECT_EQ(view.image(), "image://nimbrel/asset/pause");
+  EXPECT_TRUE(view.press());
+  EXPECT_EQ(sender, item);
+  ViewObject play(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, controller, "x:"));
+  EXPECT_EQ(play.image(), "image://nimbrel/asset/play");
+}
+
+TEST_F(ViewerBridgeTest, TheLivePhotoItsBadgeAndTheViewsAnimationRecordsAreRead) {
+  auto live = std::make_shared<PHLivePhotoView>();
+  EXPECT_EQ(snapshotOf(live)["image"].toString(), "");
+  live->setLivePhoto(std::make_shared<PHLivePhoto>(CGSize{3024, 4032}, "/library/IMG_9.HEIC"));
+  QVariantMap s = snapshotOf(live);
+  EXPECT_TRUE(s["image"].toString().startsWith("image://nimbrel/file/3024x4032/")) << s["image"].toString().toStdString();
+  EXPECT_DOUBLE_EQ(s["pictureHeight"].toDouble(), 4032);
+  auto badge = std::make_shared<UIImageView>();
+  badge->setImage(PHLivePhotoView::livePhotoBadgeImageWithOptions(1));
+  EXPECT_EQ(snapshotOf(badge)["image"].toString(), "image://nimbrel/asset/live_badge");
+
+  auto view = std::make_shared<UIView>();
+  ViewObject object(view);
+  QSignalSpy spy(&object, &ViewObject::changed);
+  view->addLayerAnimation({"pulse", "transform.scale", 0.5, 1.0, 0.5, false, "spring"});
+  EXPECT_EQ(spy.count(), 1);
+  QVariantList records = object.state()["layerAnimations"].toList();
+  ASSERT_EQ(records.size(), 1);
+  QVariantMap pulse = records[0].toMap();
+  EXPECT_EQ(pulse["key"].toString(), "pulse");
+  EXPECT_DOUBLE_EQ(pulse["from"].toDouble(), 0.5);
+  EXPECT_DOUBLE_EQ(pulse["duration"].toDouble(), 0.5);
+  EXPECT_EQ(pulse["kind"].toString(), "spring");
+}
+
+// Media lengths by path, as a fixture would give them.
+struct Lengths : MediaDurations {
+  double durationOfFile(const std::string& path) const override {
+    return path.find("short") != std::string::npos ? 0.4 : path.find("broken") != std::string::npos ? std::nan("") : 12.5;
+  }
+};
+
+TEST_F(ViewerBridgeTest, APlayerObjectFollowsThePlayerOnTheRunLoopsClock) {
+  MediaDurations::install(std::make_shared<Lengths>());
+  auto player = AVPlayer::playerWithURL(URL::fileURLWithPath("/movies/VID_0019.MOV"));
+  PlayerObject object(player);
+  EXPECT_EQ(object.fileName(), "VID_0019.MOV");
+  EXPECT_DOUBLE_EQ(object.duration(), 12.5);
+  EXPECT_FALSE(object.playing());
+  object.play();
+  EXPECT_TRUE(player->isPlaying());
+  EXPECT_TRUE(object.playing());
+  loop_.runFor(0.35);
+  EXPECT_GT(object.position(), 0.15) << "read again while it plays";
+  EXPECT_LT(object.position(), 1.0);
+  object.pause();
+  double stopped = object.position();
+  loop_.runFor(0.3);
+  EXPECT_DOUBLE_EQ(object.position(), stopped);
+  object.seek(6);
+  EXPECT_DOUBLE_EQ(player->currentTime(), 6);
+  EXPECT_DOUBLE_EQ(object.position(), 6);
+
+  // Played elsewhere (the screen's own button), to its end: the object sees it stop.
+  auto shortPlayer = AVPlayer::playerWithURL(URL::fileURLWithPath("/movies/short.MOV"));
+  PlayerObject shortObject(shortPlayer);
+  shortPlayer->play();
+  loop_.runFor(0.35);
+  EXPECT_TRUE(shortObject.playing());
+  loop_.runFor(0.45);
+  loop_.settle();
+  loop_.runFor(0.3);
+  EXPECT_FALSE(shortObject.playing());
+  EXPECT_DOUBLE_EQ(shortObject.position(), 0.4);
+
+  PlayerObject broken(AVPlayer::playerWithURL(URL::fileURLWithPath("/movies/broken.MOV")));
+  EXPECT_DOUBLE_EQ(broken.duration(), -1);
+  MediaDurations::install(nullptr);
+}
+
+TEST_F(ViewerBridgeTest, TimesReadAsThePlayersLabels) {
+  EXPECT_EQ(PlayerObject::timeText(0), "0:00");
+  EXPECT_EQ(PlayerObject::timeText(65.9), "1:05");
+  EXPECT_EQ(PlayerObject::timeText(-7.2), "-0:07");
+  EXPECT_EQ(PlayerObject::timeText(3725), "1:02:05");
+  EXPECT_EQ(PlayerObject::timeText(std::nan("")), "--:--");
+}
+
+// A screen whose status bar follows a flag, as the viewers' does.
+class StatusScreen : public UIViewController {
+ public:
+  bool hide = false;
+  bool prefersStatusBarHidden() const override { return hide; }
+};
+
+TEST_F(ViewerBridgeTest, AScreensChromeFollowsTheStackItsItemAndItsStatusBar) {
+  auto root = std::make_shared<UIViewController>();
+  UIStoryboard::setInitialScene("T", [root] {
+    auto nav = UINavigationController::withRoot(root);
+    nav->setNavigationBarHidden(true, false);
+    return std::static_pointer_cast<UIViewController>(nav);
+  });
+  UIApplication::sharedApplication().launch(nullptr, "T");
+  loop_.settle();
+  auto nav = std::dynamic_pointer_cast<UINavigationController>(UIApplication::sharedApplication().keyWindow()->rootViewController());
+  AppBridge bridge;
+  auto viewer = std::make_shared<StatusScreen>();
+  nav->pushViewController(viewer, true);
+  loop_.settle();
+  ScreenObject* screen = bridge.screens()->top();
+  ASSERT_TRUE(screen);
+  EXPECT_TRUE(screen->navigationBarHidden());
+  EXPECT_FALSE(screen->statusBarHidden());
+  EXPECT_FALSE(screen->rightBarButton());
+  ASSERT_TRUE(screen->rootView());
+  EXPECT_FALSE(screen->goBack()) << "no bar, no back button";
+
+  QSignalSpy spy(screen, &ScreenObject::chromeChanged);
+  nav->setNavigationBarHidden(false, true);
+  EXPECT_GE(spy.count(), 1);
+  EXPECT_FALSE(screen->navigationBarHidden());
+  viewer->hide = true;
+  viewer->setNeedsStatusBarAppearanceUpdate();
+  EXPECT_TRUE(screen->statusBarHidden());
+  auto label = std::make_shared<UILabel>();
+  viewer->navigationItem().setTitleView(label);
+  ASSERT_TRUE(screen->titleView());
+  EXPECT_EQ(screen->titleView()->object(), label);
+  viewer->registerAction("play:", [](const std::shared_ptr<NSObject>&) {});
+  viewer->navigationItem().setRightBarButtonItem(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, viewer, "play:"), true);
+  ASSERT_TRUE(screen->rightBarButton());
+  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/play");
+  viewer->navigationItem().setRightBarButtonItem(nullptr, true);
+  EXPECT_FALSE(screen->rightBarButton());
+  viewer->view()->setBackgroundColor(UIColor::blackColor());
+  EXPECT_EQ(screen->rootView()->state()["background"].value<QColor>(), QColor(Qt::black));
+
+  EXPECT_TRUE(screen->goBack());
+  loop_.settle();
+  EXPECT_EQ(nav->viewControllers().size(), 1u);
+}
+
+}  // namespace
+}  // namespace nimbrel::shell

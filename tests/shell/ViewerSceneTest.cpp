@@ -1,0 +1,395 @@
+// The viewers' scenes in a real window (offscreen): clicks, double clicks, the wheel and drags
+// reach the platform's recognisers and scroll view, and what is drawn follows the platform.
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+#include <QWheelEvent>
+#include <QtQml/QQmlExtensionPlugin>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "app/storyboard/MainStoryboard.h"
+#include "app/viewers/InfoViewController.h"
+#include "app/viewers/LivePreviewViewController.h"
+#include "app/viewers/PreviewBuilder.h"
+#include "app/viewers/VideoPreviewViewController.h"
+#include "backends/sim/SimPlatform.h"
+#include "platform/av/AVPlayerViewController.h"
+#include "platform/photos/PHAsset.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIDevice.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIScreen.h"
+#include "platform/uikit/UIStoryboard.h"
+#include "shell/AppBridge.h"
+#include "shell/ImageStore.h"
+#include "shell/PlayerObject.h"
+#include "shell/QtMessages.h"
+#include "shell/QtRunLoop.h"
+#include "shell/QtTextMeasurer.h"
+#include "shell/Snapshot.h"
+
+Q_IMPORT_QML_PLUGIN(Nimbrel_ShellPlugin)
+
+namespace nimbrel::shell {
+namespace {
+
+constexpr const char* kFixture = R"({"now": "2026-11-22T10:00:00Z", "locale": "en_US", "timeZone": "Europe/Lisbon",
+  "photos": {"assets": [
+    {"id": "STILL/L0/001", "created": "2026-03-01T09:30:00Z", "width": 4032, "height": 3024, "filename": "IMG_0001.JPG", "fileSize": 1000000},
+    {"id": "LIVE/L0/001", "subtypes": 8, "created": "2026-03-02T09:30:00Z", "width": 3024, "height": 4032, "filename": "IMG_0002.HEIC", "fileSize": 1000000},
+    {"id": "MOVIE/L0/001", "mediaType": 2, "duration": 12.5, "created": "2026-03-03T10:00:00Z", "width": 1920, "height": 1080, "filename": "VID_0003.MOV", "fileSize": 2000000}]}})";
+
+class ViewerSceneTest : public ::testing::Test {
+ protected:
+  void start(QSize size) {
+    installQtMessageRecorder();
+    warningsBefore_ = recordedQtWarnings().size();
+    auto fixture = sim::Fixture::parse(kFixture);
+    ASSERT_TRUE(fixture.ok()) << fixture.error();
+    loop_ = std::make_unique<QtRunLoop>(fixture.value().now);
+    previous_ = RunLoop::install(loop_.get());
+    platform_ = std::make_unique<sim::SimPlatform>(std::move(fixture).value(), sim::SimPlatform::RunLoopChoice::installed);
+    const bool pad = size.width() >= 700;
+    UIDevice::currentDevice().configure(pad ? UIUserInterfaceIdiom::pad : UIUserInterfaceIdiom::phone, "17.0");
+    UIScreen::mainScreen().configure({double(size.width()), double(size.height())}, 2);
+    TextMeasurer::install(std::make_shared<QtTextMeasurer>(QGuiApplication::font().family()));
+    registerMainStoryboard();
+    home_ = std::make_shared<UIViewController>();
+    home_->setStoryboardIdentifier("Home");
+    auto home = home_;
+    UIStoryboard::setInitialScene("T", [home] {
+      auto nav = UINavigationController::withRoot(home);
+      nav->setNavigationBarHidden(true, false);  // as the program's stack starts
+      return std::static_pointer_cast<UIViewController>(nav);
+    });
+    UIApplication::sharedApplication().launch(nullptr, "T");
+    loop_->settle();
+    bridge_ = std::make_unique<AppBridge>();
+    bridge_->setPad(pad);
+    engine_ = std::make_unique<QQmlApplicationEngine>();
+    engine_->addImageProvider(QString::fromLatin1(ImageStore::kProviderId), new ImageProvider);
+    engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine_->setInitialProperties({{"width", size.width()}, {"height", size.height()}});
+    engine_->load(QUrl(QStringLiteral("qrc:/qt/qml/Nimbrel/Shell/qml/Main.qml")));
+    ASSERT_FALSE(engine_->rootObjects().isEmpty());
+    window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
+    ASSERT_TRUE(window_);
+    window_->requestActivate();
+    loop_->settle();
+  }
+
+  ~ViewerSceneTest() override {
+    engine_.reset();
+    bridge_.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    platform_.reset();
+    if (loop_) {
+      loop_->waitForBackground();
+      RunLoop::install(previous_);
+    }
+  }
+
+  void TearDown() override {
+    QStringList warnings = recordedQtWarnings().mid(warningsBefore_);
+    EXPECT_TRUE(warnings.isEmpty()) << "Qt said: " << warnings.join(QStringLiteral("\n")).toStdString();
+  }
+
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
+  // The platform presents on the window's root controller, whoever asks.
+  std::shared_ptr<UIViewController> presented() { return nav()->presentedViewController(); }
+  std::shared_ptr<PHAsset> asset(const std::string& id) {
+    return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
+  }
+  template <class T = PreviewViewController>
+  std::shared_ptr<T> open(const std::string& id) {
+    auto viewer = PreviewBuilder::build(asset(id));
+    nav()->pushViewController(viewer, true);
+    wait(0.6);  // the push and its slide
+    return std::dynamic_pointer_cast<T>(viewer);
+  }
+  void wait(double seconds) {
+    loop_->runFor(seconds);
+    loop_->settle();
+  }
+  // The topmost item of that name (a screen that left may still be sliding out below). Scenes
+  // come from a repeater and loaders, so the search follows the visual tree, not object parents.
+  QQuickItem* item(const char* name) {
+    QQuickItem* found = nullptr;
+    std::function<void(QQuickItem*)> visit = [&](QQuickItem* at) {
+      if (at->objectName() == QLatin1String(name) && (at->isVisible() || !found)) found = at;
+      for (auto* child : at->childItems()) visit(child);
+    };
+    visit(window_->contentItem());
+    return found;
+  }
+  QRectF sceneRect(QQuickItem* item) { return item->mapRectToScene(QRectF(0, 0, item->width(), item->height())); }
+  QPoint centreOf(QQuickItem* item) {
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+  }
+  void click(QPoint at) { QTest::mouseClick(window_, Qt::LeftButton, Qt::NoModifier, at); }
+  void wheel(QPoint at, int delta, Qt::KeyboardModifiers modifiers) {
+    QWheelEvent event(QPointF(at), window_->mapToGlobal(QPointF(at)), QPoint(), QPoint(0, delta), Qt::NoButton,
+                      modifiers, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window_, &event);
+    loop_->settle();
+  }
+  void screenshot(const QString& name) {
+    QDir().mkpath(QStringLiteral(NIMBREL_ARTIFACTS_DIR));
+    QImage picture = window_->grabWindow();
+    ASSERT_FALSE(picture.isNull());
+    EXPECT_TRUE(picture.save(QStringLiteral(NIMBREL_ARTIFACTS_DIR "/scene-") + name + QStringLiteral(".png")));
+  }
+
+  std::unique_ptr<QtRunLoop> loop_;
+  RunLoop* previous_ = nullptr;
+  std::unique_ptr<sim::SimPlatform> platform_;
+  std::shared_ptr<UIViewController> home_;
+  std::unique_ptr<AppBridge> bridge_;
+  std::unique_ptr<QQmlApplicationEngine> engine_;
+  QQuickWindow* window_ = nullptr;
+  qsizetype warningsBefore_ = 0;
+};
+
+TEST_F(ViewerSceneTest, ADoubleClickZoomsAroundThePointAndCancelsItsFirstClicksSingleTap) {
+  start({390, 844});
+  auto viewer = open("STILL/L0/001");
+  QQuickItem* still = item("still");
+  ASSERT_TRUE(still);
+  EXPECT_TRUE(still->isVisible());
+  EXPECT_NEAR(still->width(), 390, 0.5);
+
+  QTest::mouseDClick(window_, Qt::LeftButton, Qt::NoModifier, QPoint(100, 200));
+  wait(0.6);
+  EXPECT_NEAR(viewer->scrollView->zoomScale(), 2.0, 1e-9);
+  // The platform's rectangle around the point: half the view, centred on it, zoomed to fill.
+  EXPECT_EQ(viewer->scrollView->contentOffset(), (CGPoint{(100 - 390 / 4.0) * 2, (200 - 844 / 4.0) * 2}));
+  EXPECT_TRUE(viewer->fullscreen()) << "zooming entered full screen; a single tap would have left it";
+
+  // Drawn at the platform's zoom, where the scroll view shows its content.
+  const CGPoint shown = shownContentOffset(*viewer->scrollView);
+  EXPECT_EQ(shown, (CGPoint{5, 422})) << "the negative insets keep the 4:3 picture in the middle";
+  const QPointF topLeft = still->mapToScene(QPointF(0, 0));
+  EXPECT_NEAR(still->width(), viewer->imageView->frame().width(), 0.5);
+  EXPECT_NEAR(still->height(), viewer->imageView->frame().height(), 0.5);
+  EXPECT_NEAR(topLeft.x(), viewer->imageView->frame().minX() - shown.x, 0.5);
+  EXPECT_NEAR(topLeft.y(), viewer->imageView->frame().minY() - shown.y, 0.5);
+
+  QTest::mouseDClick(window_, Qt::LeftButton, Qt::NoModifier, QPoint(200, 300));
+  wait(0.6);
+  EXPECT_EQ(viewer->scrollView->zoomScale(), 1.0);
+  EXPECT_NEAR(still->width(), 390, 0.5);
+  EXPECT_NEAR(still->mapToScene(QPointF(0, 0)).y(), 0, 0.5);
+}
+
+TEST_F(ViewerSceneTest, AClickIsASingleTapAfterTheWaitAndTheBarFollowsTheStack) {
+  start({390, 844});
+  auto viewer = open("STILL/L0/001");
+  QQuickItem* bar = item("navigationBar");
+  ASSERT_TRUE(bar);
+  EXPECT_FALSE(bar->isVisible()) << "the stack starts with its bar hidden";
+  EXPECT_FALSE(bridge_->back()) << "no bar, no back button";
+
+  click({200, 400});
+  wait(0.1);
+  EXPECT_FALSE(viewer->fullscreen()) << "the single tap waits for a second click";
+  wait(0.4);
+  EXPECT_TRUE(viewer->fullscreen());
+  EXPECT_TRUE(viewer->prefersStatusBarHidden());
+  QQuickItem* clock = item("statusClock");
+  ASSERT_TRUE(clock);
+  wait(0.35);
+  EXPECT_LT(clock->mapToScene(QPointF(0, clock->height())).y(), 1) << "the status bar is folded away";
+
+  click({200, 400});
+  wait(0.8);
+  EXPECT_FALSE(viewer->fullscreen());
+  EXPECT_FALSE(nav()->isNavigationBarHidden());
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_NEAR(bar->mapToScene(QPointF(0, 0)).y(), 24.0, 0.5) << "the bar sits under the status bar";
+  QQuickItem* title = item("titleView");
+  ASSERT_TRUE(title);
+  const QString html = title->property("text").toString();
+  EXPECT_TRUE(html.contains("font-size:16px")) << html.toStdString();
+  EXPECT_TRUE(html.contains("font-size:12px")) << html.toStdString();
+  EXPECT_TRUE(html.contains("<br/>"));
+  screenshot(QStringLiteral("viewer-bar-phone"));
+
+  QTest::keyClick(window_, Qt::Key_Escape);
+  wait(0.6);
+  EXPECT_EQ(nav()->viewControllers().size(), 1u) << "Escape is the bar's back button";
+}
+
+TEST_F(ViewerSceneTest, CtrlWheelZoomsWithinTheLimitsAndADragPansTheZoomedPicture) {
+  start({390, 844});
+  auto viewer = open("STILL/L0/001");
+  wheel({195, 422}, 120, Qt::NoModifier);
+  EXPECT_EQ(viewer->scrollView->zoomScale(), 1.0) << "a plain wheel does not zoom";
+  wheel({195, 422}, 120, Qt::ControlModifier);
+  EXPECT_NEAR(viewer->scrollView->zoomScale(), std::pow(1.0016, 120), 1e-9);
+  for (int i = 0; i < 12; ++i) wheel({195, 422}, 120, Qt::ControlModifier);
+  EXPECT_EQ(viewer->scrollView->zoomScale(), 3.0) << "the platform's maximum";
+  wait(0.45);
+  ASSERT_TRUE(viewer->fullscreen());
+
+  const CGPoint before = shownContentOffset(*viewer->scrollView);
+  QTest::mousePress(window_, Qt::LeftButton, Qt::NoModifier, QPoint(200, 400));
+  QTest::mouseMove(window_, QPoint(180, 360));
+  QTest::mouseMove(window_, QPoint(150, 300));
+  QTest::mouseRelease(window_, Qt::LeftButton, Qt::NoModifier, QPoint(150, 300));
+  loop_->settle();
+  const CGPoint expected = clampContentOffset(*viewer->scrollView, {before.x + 50, before.y + 100});
+  EXPECT_EQ(viewer->scrollView->contentOffset(), expected);
+  EXPECT_NE(expected, before) << "the drag moved the picture";
+  wait(0.5);
+  EXPECT_TRUE(viewer->fullscreen()) << "a drag is no tap";
+}
+
+
+class VideoViewerTest : public ViewerSceneTest {
+ protected:
+  void run(QSize size, const QString& form) {
+    start(size);
+    auto viewer = open<VideoPreviewViewController>("MOVIE/L0/001");
+    ASSERT_TRUE(viewer);
+    ASSERT_TRUE(viewer->player());
+    EXPECT_TRUE(viewer->player()->isPlaying());
+    QQuickItem* layer = item("playerLayer");
+    ASSERT_TRUE(layer);
+    EXPECT_TRUE(layer->isVisible());
+    // Two taps: into full screen and out again, which shows the bar.
+    click({size.width() / 2, size.height() / 2});
+    wait(0.5);
+    click({size.width() / 2, size.height() / 2});
+    wait(0.8);
+    ASSERT_FALSE(nav()->isNavigationBarHidden());
+    QQuickItem* right = item("rightBarButton");
+    ASSERT_TRUE(right);
+    ASSERT_TRUE(right->isVisible());
+    EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->pauseBarButton);
+    screenshot(QStringLiteral("video-viewer-") + form);
+    click(centreOf(right));
+    loop_->settle();
+    EXPECT_FALSE(viewer->player()->isPlaying());
+    EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->playBarButton);
+    wait(0.35);
+    screenshot(QStringLiteral("video-viewer-paused-") + form);
+    click(centreOf(right));
+    loop_->settle();
+    EXPECT_TRUE(viewer->player()->isPlaying());
+  }
+};
+
+TEST_F(VideoViewerTest, OnAPhoneTheRightButtonPausesAndPlays) {
+  run({390, 844}, QStringLiteral("phone"));
+}
+
+TEST_F(VideoViewerTest, OnAPadTheRightButtonPausesAndPlays) {
+  run({1024, 1366}, QStringLiteral("pad"));
+}
+
+TEST_F(ViewerSceneTest, TheLiveBadgeSitsAtItsFrameAndFadesInFullScreen) {
+  start({390, 844});
+  auto viewer = open<LivePreviewViewController>("LIVE/L0/001");
+  ASSERT_TRUE(viewer);
+  QQuickItem* photo = item("livePhoto");
+  ASSERT_TRUE(photo);
+  EXPECT_TRUE(photo->isVisible());
+  EXPECT_NEAR(photo->width(), 390, 0.5) << "the platform made the view before it had a size; the window gives it one";
+  EXPECT_NEAR(photo->height(), 844, 0.5);
+  QQuickItem* badge = item("liveBadge");
+  ASSERT_TRUE(badge);
+  EXPECT_TRUE(badge->isVisible());
+  const QPointF at = badge->mapToScene(QPointF(0, 0));
+  EXPECT_NEAR(at.x(), viewer->badgeView->frame().minX(), 0.5);
+  EXPECT_NEAR(at.y(), viewer->badgeView->frame().minY(), 0.5);
+  EXPECT_NEAR(at.y(), (844 - 4032 * 390.0 / 3024) / 2, 0.5) << "at the top of the fitted 3:4 picture";
+  EXPECT_NEAR(badge->opacity(), 1.0, 1e-6);
+  click({195, 422});
+  wait(0.9);
+  EXPECT_EQ(viewer->badgeView->alpha(), 0.0);
+  EXPECT_NEAR(badge->opacity(), 0.0, 1e-6);
+}
+
+TEST_F(ViewerSceneTest, TheSystemPlayersControlsActOnItsPlayer) {
+  start({390, 844});
+  auto player = AVPlayer::playerWithURL(URL::fileURLWithPath(platform_->home() + "/PhotoLibrary/VID_0003.MOV"));
+  auto controller = std::make_shared<AVPlayerViewController>();
+  controller->player = player;
+  home_->presentViewController(controller, true, [player] { player->play(); });
+  wait(0.6);
+  ASSERT_EQ(presented(), controller);
+  ASSERT_EQ(player->currentItem()->durationSeconds(), 12.5);
+  ASSERT_TRUE(player->isPlaying());
+  QQuickItem* playPause = item("playerPlayPause");
+  ASSERT_TRUE(playPause);
+  QQuickItem* caption = item("playerCaption");
+  QQuickItem* controls = item("playerControls");
+  ASSERT_TRUE(caption && controls);
+  EXPECT_FALSE(sceneRect(caption).intersects(sceneRect(playPause))) << "the file's name stays clear of the button";
+  EXPECT_FALSE(sceneRect(caption).intersects(sceneRect(controls)));
+  click(centreOf(playPause));
+  loop_->settle();
+  EXPECT_FALSE(player->isPlaying());
+
+  QQuickItem* track = item("playerTrack");
+  ASSERT_TRUE(track);
+  click(track->mapToScene(QPointF(track->width() / 2, track->height() / 2)).toPoint());
+  loop_->settle();
+  EXPECT_NEAR(player->currentTime(), 12.5 / 2, 12.5 / track->width() + 0.01);
+  wait(0.3);
+  QQuickItem* elapsed = item("playerElapsed");
+  ASSERT_TRUE(elapsed);
+  EXPECT_EQ(elapsed->property("text").toString(), PlayerObject::timeText(player->currentTime()));
+
+  click(centreOf(playPause));
+  loop_->settle();
+  EXPECT_TRUE(player->isPlaying());
+  click(centreOf(item("playerClose")));
+  wait(0.6);
+  EXPECT_FALSE(presented());
+}
+
+TEST_F(ViewerSceneTest, APanelSpringsInWhenItsPulseIsRecordedAndATouchBesideTheCardLeaves) {
+  start({390, 844});
+  auto info = std::dynamic_pointer_cast<InfoViewController>(
+      UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("InfoVC"));
+  ASSERT_TRUE(info);
+  info->asset = asset("STILL/L0/001");
+  info->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
+  home_->presentViewController(info, false, nullptr);
+  loop_->settle();
+  ASSERT_EQ(presented(), info);
+  QQuickItem* stage = item("panelStage");
+  ASSERT_TRUE(stage);
+  double smallest = stage->scale();
+  QObject::connect(stage, &QQuickItem::scaleChanged, stage, [&] { smallest = std::min(smallest, stage->scale()); });
+  EXPECT_EQ(stage->scale(), 1.0) << "nothing moves before the record";
+  wait(0.9);
+  EXPECT_LT(smallest, 0.6) << "it started from the record's 0.5";
+  EXPECT_NEAR(stage->scale(), 1.0, 1e-9);
+  QQuickItem* card = item("panelCard");
+  ASSERT_TRUE(card);
+  EXPECT_TRUE(card->isVisible());
+  QQuickItem* name = item("value_lblFileName");
+  ASSERT_TRUE(name);
+  EXPECT_EQ(name->property("text").toString(), "IMG_0001.JPG");
+
+  click(centreOf(card));
+  wait(0.3);
+  EXPECT_EQ(presented(), info) << "a touch on the card stays on it";
+  click({10, 10});
+  wait(0.5);
+  EXPECT_FALSE(presented());
+}
+
+}  // namespace
+}  // namespace nimbrel::shell
