@@ -18,7 +18,7 @@ QColor toQColor(const UIColor& color);
 // "enabled", "constant", "fontSize", "bold", "align", "lines", "background", "cornerRadius",
 // "contentY", "tag", a label's attributed "runs", a scroll view's zoom, insets and shown offset,
 // the live photo's still, the view's layer animation records, a bar button item's system item,
-// and the parts of the library views (ring chart, animation, checkmark, collapsing header, native
+// and the pieces of the library views (ring chart, animation, checkmark, collapsing header, native
 // ads rendered into the view).
 QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object);
 

@@ -32,6 +32,13 @@ void UIScrollView::setZoomScale(double scale, bool animated) {
   }
   didChange();
   if (d) d->scrollViewDidZoom(*this);
+  // A smaller content cannot be looked at from where a larger one was: the offset comes back
+  // within it, as the platform's scroll view brings it back after zooming out.
+  const UIEdgeInsets inset = contentInset_;
+  const double maxX = std::max(-inset.left, contentSize_.width + inset.right - bounds().width());
+  const double maxY = std::max(-inset.top, contentSize_.height + inset.bottom - bounds().height());
+  CGPoint within{std::clamp(contentOffset_.x, -inset.left, maxX), std::clamp(contentOffset_.y, -inset.top, maxY)};
+  if (zoomView && (within.x != contentOffset_.x || within.y != contentOffset_.y)) setContentOffset(within);
 }
 
 void UIScrollView::zoomToRect(CGRect rect, bool animated) {
