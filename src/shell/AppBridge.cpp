@@ -94,11 +94,6 @@ AppBridge* AppBridge::instance() {
   return gInstance;
 }
 
-AppBridge* AppBridge::create(QQmlEngine*, QJSEngine*) {
-  // The engine must not take the bridge: main owns it.
-  QJSEngine::setObjectOwnership(gInstance, QJSEngine::CppOwnership);
-  return gInstance;
-}
 
 void AppBridge::scheduleRefresh() {
   // Platform objects tell of a change in the middle of their own work (a menu is told before it

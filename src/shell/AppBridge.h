@@ -55,8 +55,6 @@ class ScreenList : public QAbstractListModel {
 // sheet and the full-screen ad; and the touches that answer them.
 class AppBridge : public QObject {
   Q_OBJECT
-  QML_ELEMENT
-  QML_SINGLETON
   Q_PROPERTY(nimbrel::shell::ScreenList* screens READ screens CONSTANT)
   Q_PROPERTY(bool hudVisible READ hudVisible NOTIFY hudChanged)
   Q_PROPERTY(QString hudKind READ hudKind NOTIFY hudChanged)
@@ -76,6 +74,8 @@ class AppBridge : public QObject {
   Q_PROPERTY(QString adFormat READ adFormat NOTIFY adChanged)
   Q_PROPERTY(bool pad READ pad CONSTANT)
   Q_PROPERTY(QString windowTitle READ windowTitle CONSTANT)
+  // Whether players' files are real media to decode and show (the desktop platform), or stand-ins.
+  Q_PROPERTY(bool realPlayback READ realPlayback CONSTANT)
   // The status bar's clock: the platform's time of day, as the platform formats a short time.
   Q_PROPERTY(QString clock READ clock NOTIFY clockChanged)
 
@@ -83,11 +83,13 @@ class AppBridge : public QObject {
   explicit AppBridge(QObject* parent = nullptr);
   ~AppBridge() override;
 
-  // The one bridge of the process, made by main before the engine loads; QML gets it from here.
+  // The one bridge of the process, made by main before the engine loads; QML gets it through
+  // AppBridgeSingleton.
   static AppBridge* instance();
-  static AppBridge* create(QQmlEngine*, QJSEngine*);
   void setPad(bool pad) { pad_ = pad; }
   void setWindowTitle(QString title) { windowTitle_ = std::move(title); }
+  void setRealPlayback(bool real) { realPlayback_ = real; }
+  bool realPlayback() const { return realPlayback_; }
 
   ScreenList* screens() { return &screens_; }
   bool hudVisible() const { return hudVisible_; }
@@ -147,6 +149,7 @@ class AppBridge : public QObject {
 
   bool hudVisible_ = false, hudFading_ = false;
   QString hudKind_, hudStatus_;
+  bool realPlayback_ = false;
   double hudProgress_ = -1;
   bool alertVisible_ = false;
   QString alertTitle_, alertMessage_;

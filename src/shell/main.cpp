@@ -85,6 +85,9 @@ int main(int argc, char** argv) {
   }
 
   nimbrel::shell::installQtMessageRecorder();
+  // Qt's FFmpeg media backend decodes what the library's own probes read; the GStreamer one
+  // depends on plugins a machine may lack and fails hard without them.
+  if (!qEnvironmentVariableIsSet("QT_MEDIA_BACKEND")) qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   QGuiApplication app(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("Nimbrel"));
   const QString family = pickFontFamily();
@@ -139,6 +142,7 @@ int main(int argc, char** argv) {
 
     nimbrel::shell::AppBridge bridge;
     bridge.setPad(pad);
+    bridge.setRealPlayback(desktop != nullptr);
     bridge.setWindowTitle(!sim                       ? QStringLiteral("Nimbrel")
                          : options.fixture.empty() ? QStringLiteral("Nimbrel — demo")
                                                    : QStringLiteral("Nimbrel — simulated"));

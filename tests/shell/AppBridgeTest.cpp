@@ -1,6 +1,8 @@
 #include "shell/AppBridge.h"
 
 #include <QCoreApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
 
 #include <gtest/gtest.h>
 
@@ -128,6 +130,23 @@ TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {
   EXPECT_TRUE(bridge.hudVisible());
   EXPECT_EQ(bridge.hudKind(), "success");
   EXPECT_EQ(bridge.hudStatus(), "Mark as Favourite....");
+}
+
+TEST_F(AppBridgeTest, QmlSeesTheBridgeMainMade) {
+  AppBridge bridge;
+  bridge.setWindowTitle(QStringLiteral("Nimbrel — simulated"));
+  bridge.setRealPlayback(true);
+  QQmlEngine engine;
+  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+  QQmlComponent component(&engine);
+  component.setData("import QtQml\nimport Nimbrel.Shell\n"
+                    "QtObject { property string title: AppBridge.windowTitle; property bool real: AppBridge.realPlayback }",
+                    QUrl());
+  std::unique_ptr<QObject> object(component.create());
+  ASSERT_TRUE(object) << component.errorString().toStdString();
+  EXPECT_EQ(object->property("title").toString(), QStringLiteral("Nimbrel — simulated"));
+  EXPECT_TRUE(object->property("real").toBool()) << "a second bridge would hold the defaults";
+  EXPECT_EQ(AppBridge::instance(), &bridge);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@ import QtQuick
 import Nimbrel.Shell
 
 // The system's full-screen player: the picture, a close button, play and pause, and the position
-// bar with its times, all on the screen's player. This platform has no picture for the file, so a
+// bar with its times, all on the screen's player. Where the platform has no picture for the file, a
 // placeholder with the file's name stands in for it.
 SceneBase {
     id: root
@@ -29,6 +29,11 @@ SceneBase {
         gradient: Gradient {
             GradientStop { position: 0; color: "#26262c" }
             GradientStop { position: 1; color: "#121216" }
+        }
+        MediaPicture {
+            id: media
+            anchors.fill: parent
+            player: root.player
         }
     }
     // What stands in for the picture, under it: the play button keeps the picture's middle.
@@ -59,6 +64,7 @@ SceneBase {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
+            visible: !media.showing
             text: "No picture on this platform: playback is simulated"
             color: "#b3ffffff"
             font.pixelSize: 12

@@ -119,8 +119,8 @@ SceneBase {
         }
     }
 
-    // The player over the still. This platform has no picture for the file: the still stands in
-    // for it, with the player's time.
+    // The player over the still: the file's picture where the platform has one; elsewhere the
+    // still stands in for it, with the player's time.
     Item {
         id: playerLayer
         objectName: "playerLayer"
@@ -129,13 +129,19 @@ SceneBase {
         visible: root.playerView !== null && root.playerView.valid && !root.playerView.hidden
         Image {
             anchors.fill: parent
+            visible: !media.showing
             source: root.still ? root.still.image : ""
             fillMode: Image.PreserveAspectFit
             sourceSize: Qt.size(Math.min(2400, Math.max(root.width, root.height) * 2), 0)
         }
+        MediaPicture {
+            id: media
+            anchors.fill: parent
+            player: root.player
+        }
         Rectangle {
             objectName: "playbackBadge"
-            visible: root.player !== null
+            visible: root.player !== null && !media.showing
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom; anchors.bottomMargin: 36
             width: Math.min(badgeText.implicitWidth + 28, parent.width - 32); height: 30; radius: 15
