@@ -46,19 +46,13 @@ class HomeViewControllerTest : public testing::SimTest {
  protected:
   // Launches on the fixture and waits until the splash has handed over to the home screen.
   std::shared_ptr<HomeViewController> launchHome(const std::string& fixture = "{}") {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     auto home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
     EXPECT_TRUE(home);
     return home;
   }
   std::string withRecents(const std::string& records, const std::string& extra = "") {
     return R"({"now": "2026-11-22T10:00:00Z", )" + extra + R"("preferences": {"recentFiles": [)" + records + "]}}";
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> stack() {
     std::vector<std::string> out;

@@ -19,9 +19,7 @@ class SettingVCTest : public testing::SimTest {
  protected:
   // Launches, waits for the home screen and opens the settings from its menu.
   std::shared_ptr<SettingVC> open(const std::string& fixture = "{}") {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
     EXPECT_TRUE(home);
     home->performAction("onMenuBtn:", home->btnMenu);
@@ -30,10 +28,6 @@ class SettingVCTest : public testing::SimTest {
     auto settings = std::dynamic_pointer_cast<SettingVC>(nav()->presentedViewController());
     EXPECT_TRUE(settings);
     return settings;
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> opened() {
     std::vector<std::string> out;

@@ -55,9 +55,7 @@ class ListScreen : public BrowseScreen<PhotosViewModel> {
 class BrowseScreenTest : public testing::SimTest {
  protected:
   std::shared_ptr<ListScreen> open(std::vector<std::string> names, bool accessGranted = true) {
-    start(R"({"preferences": {"isFirstTime": true, "kIsListView": true}})");
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(R"({"preferences": {"isFirstTime": true, "kIsListView": true}})");
     auto screen = std::make_shared<ListScreen>();
     screen->names = std::move(names);
     screen->accessGranted = accessGranted;

@@ -51,19 +51,13 @@ class ImagesVCTest : public testing::SimTest {
   // Launches, lets the splash hand over, and opens the images screen for `type`.
   std::shared_ptr<ImagesVC> open(const std::string& fixture, MediaTypes type = MediaTypes::image,
                                  bool pumpLoad = true) {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     auto screen = instantiate<ImagesVC>(AppStoryboard::Main);
     screen->mediatype = type;
     screen->albums = albumsForMediaType(type);
     nav()->pushViewController(screen, true);
     if (pumpLoad) settle();
     return screen;
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> albumNames(const ImagesVC& screen) {
     std::vector<std::string> out;

@@ -51,9 +51,7 @@ class StorageAnalysisVCTest : public testing::SimTest {
   // Launches, waits for the home screen, and opens the storage analysis from its button. The
   // moment of the press is `t0`.
   std::shared_ptr<StorageAnalysisVC> open(const std::string& fixture, bool pump = true) {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     return openAgain(pump);
   }
   std::shared_ptr<StorageAnalysisVC> openAgain(bool pump = true) {
@@ -72,10 +70,6 @@ class StorageAnalysisVCTest : public testing::SimTest {
   }
   // Moves virtual time to `t0 + seconds`.
   void at(double seconds) { advance(t0 + seconds - loop().elapsed()); }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
-  }
   size_t requests(const std::string& kind) {
     auto calls = platform->sdkCalls();
     return static_cast<size_t>(std::count_if(calls.begin(), calls.end(), [&](const std::string& c) {

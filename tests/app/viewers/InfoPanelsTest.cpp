@@ -22,9 +22,7 @@ constexpr const char* kLibrary = R"({"now": "2026-11-22T10:00:00Z", "photos": {"
 class InfoPanelsTest : public testing::SimTest {
  protected:
   void SetUp() override {
-    start(kLibrary);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(kLibrary);
   }
   std::shared_ptr<PHAsset> asset(const std::string& id) {
     return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
