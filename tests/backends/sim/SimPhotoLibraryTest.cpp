@@ -137,6 +137,8 @@ TEST_F(SimPhotoLibraryTest, RequestsAnswerAsTheFixtureSays) {
 // Confirmed and refused deletes (code 3072) are read through the app in LibraryChangesTest and the
 // e2e images_viewer_favourite_share_delete scenario; reading past an empty fetch result ends the
 // process in HomeViewControllerDeathTest.
+using SimPhotoLibraryDeathTest = SimPhotoLibraryTest;
+
 TEST_F(SimPhotoLibraryDeathTest, ChangeRequestsOutsideAChangeBlockEndTheProcess) {
   start();
   EXPECT_DEATH(PHAssetChangeRequest::deleteAssets({}), "can only be called from inside of -\\[PHPhotoLibrary performChanges:\\]");
