@@ -7,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "app/core/ApplicationMain.h"
 #include "backends/sim/SimPlatform.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
 
 namespace nimbrel::testing {
 
@@ -31,6 +34,16 @@ class SimTest : public ::testing::Test {
     platform.reset();
   }
 
+  // Starts the program on the fixture and lets the splash hand over to the home screen.
+  void launchToHome(const std::string& fixtureJson = "{}") {
+    start(fixtureJson);
+    NimbrelApplicationMain();
+    advance(6);
+  }
+  std::shared_ptr<UINavigationController> nav() {
+    return std::dynamic_pointer_cast<UINavigationController>(
+        UIApplication::sharedApplication().keyWindow()->rootViewController());
+  }
   ManualRunLoop& loop() { return platform->runLoop(); }
   void settle() { loop().runUntilIdle(); }
   void advance(double seconds) { loop().advance(seconds); }

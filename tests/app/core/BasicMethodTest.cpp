@@ -30,6 +30,8 @@ TEST_F(BasicMethodTest, AFreshInstallHasNoListWhichDiffersFromAnEmptyOne) {
   ASSERT_TRUE(read);
   EXPECT_TRUE(read->empty());
   EXPECT_TRUE(defaults().dataForKey("recentFiles")) << "an emptied list keeps its key";
+  defaults().setObject(PlistValue("a string"), "favFiles");
+  EXPECT_FALSE(loadFavouriteFiles()) << "a value that is no data counts as nothing stored";
 }
 
 TEST_F(BasicMethodTest, SavingWritesTheWholeListThroughAtOnce) {
@@ -115,34 +117,9 @@ TEST_F(BasicMethodTest, ExclusionComparesWholeAddresses) {
   EXPECT_EQ(filesExcluding(files, {}).size(), 3u);
 }
 
-TEST_F(BasicMethodTest, TenThousandRecordsGoAndComeBackWhole) {
-  std::vector<File> files;
-  for (int i = 0; i < 10'000; ++i) {
-    files.push_back({url("file:///f" + std::to_string(i)), Date{785000000.0 + i * 0.001}, FileType::docs});
-  }
-  saveRecentFiles(files);
-  auto read = loadRecentFiles();
-  ASSERT_TRUE(read);
-  ASSERT_EQ(read->size(), 10'000u);
-  EXPECT_EQ((*read)[9'999].url.absoluteString(), "file:///f9999");
-  EXPECT_EQ((*read)[9'999].openingDate.timeIntervalSinceReferenceDate, 785000000.0 + 9'999 * 0.001);
-}
-
-using BasicMethodDeathTest = BasicMethodTest;
-
-TEST_F(BasicMethodDeathTest, StoredBytesThatDoNotDecodeEndTheProcessAtTheirLine) {
-  defaults().setObject(PlistValue(Data{'n', 'o', 'p', 'e'}), "recentFiles");
-  EXPECT_DEATH(loadRecentFiles(),
-               "Fatal error: The data couldn\u2019t be read because it isn\u2019t in the correct format.: "
-               "file Nimbrel/BasicMethod, line 225");
-  defaults().setObject(PlistValue(Data{'n', 'o', 'p', 'e'}), "favFiles");
-  EXPECT_DEATH(loadFavouriteFiles(), "file Nimbrel/BasicMethod, line 257");
-}
-
-TEST_F(BasicMethodDeathTest, AValueThatIsNoDataCountsAsNothingStored) {
-  defaults().setObject(PlistValue("a string"), "recentFiles");
-  EXPECT_FALSE(loadRecentFiles());
-}
+// Large lists' round trip is BinaryPropertyListTest's (10,000 records).
+// Stored bytes that do not decode end the process at their line: recentFiles in the e2e
+// damaged_list_ends_launch scenario, favFiles in LaunchDeathTest.
 
 }  // namespace
 }  // namespace nimbrel

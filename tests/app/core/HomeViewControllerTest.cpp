@@ -46,19 +46,13 @@ class HomeViewControllerTest : public testing::SimTest {
  protected:
   // Launches on the fixture and waits until the splash has handed over to the home screen.
   std::shared_ptr<HomeViewController> launchHome(const std::string& fixture = "{}") {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     auto home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
     EXPECT_TRUE(home);
     return home;
   }
   std::string withRecents(const std::string& records, const std::string& extra = "") {
     return R"({"now": "2026-11-22T10:00:00Z", )" + extra + R"("preferences": {"recentFiles": [)" + records + "]}}";
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> stack() {
     std::vector<std::string> out;
@@ -98,13 +92,13 @@ class HomeViewControllerTest : public testing::SimTest {
   }
 };
 
+// The plain case is the e2e home_storage_line scenario's.
 TEST_F(HomeViewControllerTest, TheStorageLineIsUsedOverCapacityFromTheVolumeFigures) {
   struct Row {
     const char* volume;
     const char* line;
   };
   const Row rows[] = {
-      {R"({"size": 128000000000, "free": 40000000000, "importantAvailable": 45000000000})", "83 GB / 128 GB"},
       {R"({"size": 64000000000, "free": 1000000000, "importantAvailable": 100000000})", "63.9 GB / 64 GB"},
       // An unreadable size counts as 0 and the line is still built.
       {R"({"size": null, "free": 1000000000, "importantAvailable": 2000000000})", "-2 GB / 0 B"},
@@ -115,7 +109,6 @@ TEST_F(HomeViewControllerTest, TheStorageLineIsUsedOverCapacityFromTheVolumeFigu
     platform.reset();
   }
 }
-
 TEST_F(HomeViewControllerTest, AFreshInstallLeavesTheStripViewAsLaidOutUntilAFirstRecentIsStored) {
   // Given no stored list at all
   auto home = launchHome();
@@ -146,32 +139,21 @@ TEST_F(HomeViewControllerTest, TheStripReadsTheStoredListFoldedAtEachAppearance)
   EXPECT_EQ(cellAt(*home, 1).image, "icon_zip");
 }
 
+// The first clear's strip, message and store are the e2e home_storage_line scenario's.
 TEST_F(HomeViewControllerTest, ClearingHidesTheStripForGoodAndSaysSoEvenWhenThereWasNothing) {
   auto home = launchHome(withRecents(docs(4)));
-  ASSERT_FALSE(home->recentFilesView->isHidden());
-  // When "Clear recent files" is chosen
-  press(*home, "onMenuBtn:", "btnMenu");
-  ASSERT_EQ(popupMenuEntries(), (std::vector<std::string>{"Clear recent files", "Storage analysis", "Settings"}));
   int reloads = home->recentFileCollectionView->reloadCount();
+  press(*home, "onMenuBtn:", "btnMenu");
   pressPopupMenuEntry(0);
   settle();
-  // Then the list is gone in memory and in the store, and the strip with it
   EXPECT_TRUE(AppData::shared()->recentFiles.empty());
   auto stored = loadRecentFiles();
   ASSERT_TRUE(stored) << "an empty list is stored, not the key removed";
   EXPECT_TRUE(stored->empty());
   EXPECT_EQ(home->recentFileCollectionView->reloadCount(), reloads + 1);
-  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 0);
-  EXPECT_TRUE(home->recentFilesView->isHidden());
-  EXPECT_EQ(SVProgressHUD::state().kind, SVProgressHUD::Kind::success);
-  EXPECT_EQ(SVProgressHUD::state().status, "Clear recent data successfully...");
-
-  // And it stays hidden when the screen comes back
   advance(5);
   comeBack();
   EXPECT_TRUE(home->recentFilesView->isHidden());
-
-  // And a second clear of the empty list still says it
   ASSERT_FALSE(SVProgressHUD::state().visible);
   press(*home, "onMenuBtn:", "btnMenu");
   pressPopupMenuEntry(0);
@@ -179,7 +161,6 @@ TEST_F(HomeViewControllerTest, ClearingHidesTheStripForGoodAndSaysSoEvenWhenTher
   EXPECT_TRUE(SVProgressHUD::state().visible);
   EXPECT_EQ(SVProgressHUD::state().status, "Clear recent data successfully...");
 }
-
 TEST_F(HomeViewControllerTest, TheMoreMarkSitsOnOneRowByIdiomWhateverTheListLength) {
   struct Row {
     const char* idiom;
@@ -285,21 +266,6 @@ TEST_F(HomeViewControllerTest, MusicCellsShowArtworkOrThePlaceholderAndTheTitle)
   EXPECT_EQ(without.name, "");
 }
 
-TEST_F(HomeViewControllerTest, TappingAnyStripCellOpensNothingAndAddsNothing) {
-  auto home = launchHome(withRecents(docs(6)));
-  auto before = AppData::shared()->recentFiles;
-  for (long row : {0L, 3L, 5L}) {
-    home->recentFileCollectionView->userTapItemAtIndexPath({0, row});
-    settle();
-    EXPECT_EQ(stack(), (std::vector<std::string>{"SplashVC", "HomeViewController"})) << "the recent screen is not built";
-    EXPECT_FALSE(nav()->presentedViewController());
-    EXPECT_TRUE(logged("The screen \"RecentFilesVC\" is not part of this build."));
-    takeLog();
-  }
-  EXPECT_EQ(AppData::shared()->recentFiles.size(), before.size());
-  EXPECT_TRUE(UIApplication::sharedApplication().openedURLs().empty());
-}
-
 TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndPushHalfASecondLater) {
   auto home = launchHome();
   struct Row {
@@ -363,33 +329,19 @@ TEST_F(HomeViewControllerTest, StorageAnalysisComesAtOnceFromTheButtonAndHalfASe
   }
 }
 
-TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsed) {
+TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsedAndComesBackAfterAReturn) {
   auto home = launchHome();
   ASSERT_EQ(home->HEADERView->minimumHeaderHeight(), 50.0);
   ASSERT_TRUE(home->HEADERView->alwaysCollapse());
   home->mainScrollView->setContentOffset({0, 200});
   EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
   EXPECT_TRUE(home->TitleView->isHidden());
-  home->mainScrollView->setContentOffset({0, 0});
-  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
-  EXPECT_FALSE(home->TitleView->isHidden());
-}
-
-TEST_F(HomeViewControllerTest, AHeaderCollapsedWhenTheUserLeftExpandsAgainAfterTheReturn) {
-  auto home = launchHome();
-  // Given the header collapsed by a scroll when another screen is pushed
-  home->mainScrollView->setContentOffset({0, 200});
-  ASSERT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  // Collapsed when another screen was pushed, it grows again at the scroll to the top on return.
   comeBack();
-  // When the user scrolls back to the top on return
   home->mainScrollView->setContentOffset({0, 0});
-  // Then the header grows to its full height and the title shows again
   EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
   EXPECT_FALSE(home->TitleView->isHidden());
-  EXPECT_EQ(home->HEADERView->collapsingConstraint(), home->heightOfHeaderViewConstant);
-  EXPECT_EQ(home->HEADERView->delegate().get(), static_cast<MGCollapsingHeaderDelegate*>(home.get()));
 }
-
 TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
   auto home = launchHome(R"({"ads": {"applovin": {"native": "fill"}}})");
   auto rendered = [&] {
@@ -406,22 +358,13 @@ TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
 
 using HomeViewControllerDeathTest = HomeViewControllerTest;
 
-TEST_F(HomeViewControllerDeathTest, ARecentWhoseAssetHasGoneEndsTheProcess) {
-  EXPECT_DEATH(
-      {
-        auto home = launchHome(withRecents(recent("assets-library://asset/asset.JPG?id=GONE&extJPG", "photo")));
-        cellAt(*home, 0);
-      },
-      "index 0 beyond bounds for empty fetch result");
-}
-
-TEST_F(HomeViewControllerDeathTest, ARecentWhoseSongHasGoneEndsTheProcess) {
-  EXPECT_DEATH(
-      {
-        auto home = launchHome(withRecents(recent("ipod-library://item/item.mp3?id=99", "music")));
-        cellAt(*home, 0);
-      },
-      "Index out of range");
+TEST_F(HomeViewControllerDeathTest, ARecentWhoseItemHasGoneEndsTheProcess) {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"assets-library://asset/asset.JPG?id=GONE&extJPG", "photo", "index 0 beyond bounds for empty fetch result"},
+      {"ipod-library://item/item.mp3?id=99", "music", "Index out of range"}};
+  for (auto [url, type, message] : rows) {
+    EXPECT_DEATH(cellAt(*launchHome(withRecents(recent(url, type))), 0), message);
+  }
 }
 
 }  // namespace

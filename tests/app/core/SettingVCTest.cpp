@@ -19,9 +19,7 @@ class SettingVCTest : public testing::SimTest {
  protected:
   // Launches, waits for the home screen and opens the settings from its menu.
   std::shared_ptr<SettingVC> open(const std::string& fixture = "{}") {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     home = std::dynamic_pointer_cast<HomeViewController>(nav()->topViewController());
     EXPECT_TRUE(home);
     home->performAction("onMenuBtn:", home->btnMenu);
@@ -30,10 +28,6 @@ class SettingVCTest : public testing::SimTest {
     auto settings = std::dynamic_pointer_cast<SettingVC>(nav()->presentedViewController());
     EXPECT_TRUE(settings);
     return settings;
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> opened() {
     std::vector<std::string> out;
@@ -72,19 +66,6 @@ TEST_F(SettingVCTest, TheAddressesHaveTheirFixedForms) {
   EXPECT_EQ(rate->host(), share->host());
 }
 
-TEST_F(SettingVCTest, TheLoadSetsUpAHeaderThatStartsAt44PointsAndAnAd) {
-  auto settings = open(R"({"ads": {"applovin": {"native": "fill"}}})");
-  EXPECT_TRUE(settings->HEADERView->alwaysCollapse());
-  EXPECT_EQ(settings->HEADERView->minimumHeaderHeight(), 50.0);
-  EXPECT_EQ(settings->HEADERView->collapsingConstraint(), settings->heightOfHeaderViewConstant);
-  EXPECT_EQ(settings->heightOfHeaderViewConstant->constant(), 44.0);
-  EXPECT_EQ(settings->HEADERView->delegate().get(), static_cast<MGCollapsingHeaderDelegate*>(settings.get()));
-  settle();
-  ASSERT_EQ(settings->nativeAdview->subviews().size(), 1u);
-  EXPECT_TRUE(std::dynamic_pointer_cast<MANativeAdView>(settings->nativeAdview->subviews()[0]));
-  EXPECT_FALSE(settings->nativeAdview->isHidden());
-}
-
 TEST_F(SettingVCTest, EachLinkOpensATenthOfASecondAfterItsPress) {
   struct Row {
     const char* selector;
@@ -108,15 +89,8 @@ TEST_F(SettingVCTest, EachLinkOpensATenthOfASecondAfterItsPress) {
   EXPECT_EQ(nav()->presentedViewController(), settings) << "the screen stays";
 }
 
-TEST_F(SettingVCTest, TwoQuickPressesOfRateOpenTheStoreTwice) {
-  auto settings = open();
-  press(*settings, "onRateUsBtn:", "btnRateUs");
-  advance(0.05);
-  press(*settings, "onRateUsBtn:", "btnRateUs");
-  advance(0.2);
-  EXPECT_EQ(opened(), (std::vector<std::string>{Constant::rateUrl(), Constant::rateUrl()}));
-}
-
+// Two quick presses of rate opening the store twice is the e2e
+// storage_analysis_from_menu_then_settings scenario's.
 TEST_F(SettingVCTest, APressFollowedByAQuickBackStillOpens) {
   auto settings = open();
   press(*settings, "onPrivacyPolicyBtn:", "btnPrivacyPolicy");
@@ -166,14 +140,15 @@ TEST_F(SettingVCTest, TheTitleShowsWhileTheHeaderIsCollapsedTheOtherWayRoundFrom
   EXPECT_FALSE(home->TitleView->isHidden());
 }
 
-TEST_F(SettingVCTest, ScrollingTheSettingsHandsItsScrollViewToTheHeader) {
-  auto settings = open();
-  ASSERT_EQ(settings->mainScrollView->delegate().get(), static_cast<UIScrollViewDelegate*>(settings.get()));
-  // The header starts at 44 points, under its 50-point minimum: it has no room to collapse.
+TEST_F(SettingVCTest, TheHeaderStartsAt44PointsWithNoRoomToCollapseAndAnAdShows) {
+  auto settings = open(R"({"ads": {"applovin": {"native": "fill"}}})");
+  // Under its 50-point minimum, the header has no room to collapse.
   settings->mainScrollView->setContentOffset({0, 300});
   EXPECT_EQ(settings->heightOfHeaderViewConstant->constant(), 44.0);
   EXPECT_EQ(settings->HEADERView->headerHeight(), 44.0) << "the header read its height at the scroll";
+  settle();
+  ASSERT_EQ(settings->nativeAdview->subviews().size(), 1u);
+  EXPECT_TRUE(std::dynamic_pointer_cast<MANativeAdView>(settings->nativeAdview->subviews()[0]));
 }
-
 }  // namespace
 }  // namespace nimbrel

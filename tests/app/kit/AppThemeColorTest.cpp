@@ -7,27 +7,6 @@ namespace {
 
 constexpr double kRed = 0.9834601f, kGreen = 0.7096537f, kBlue = 0.16932446f;
 
-TEST(AppThemeColorTest, EachColourStartsAsTheThemeSays) {
-  AppThemeColor colors;
-  struct Row {
-    const char* name;
-    UIColor actual;
-    UIColor expected;
-  };
-  const Row rows[] = {
-      {"AppTheme", colors.AppTheme(), {kRed, kGreen, kBlue, 1}},
-      {"backgroundColor", colors.backgroundColor(), {1, 1, 1, 1}},
-      {"selectionFillColor", colors.selectionFillColor(), {kRed, kGreen, kBlue, 1}},
-      {"selectionStrokeColor", colors.selectionStrokeColor(), {1, 1, 1, 1}},
-      {"selectionShadowColor", colors.selectionShadowColor(), {0, 0, 0, 1}},
-      {"unbackgroundColor", colors.unbackgroundColor(), {2.0 / 3, 2.0 / 3, 2.0 / 3, 1}},
-      {"unselectionFillColor", colors.unselectionFillColor(), {1, 1, 1, 1}},
-      {"unselectionStrokeColor", colors.unselectionStrokeColor(), {0, 0, 0, 0}},
-      {"unselectionShadowColor", colors.unselectionShadowColor(), {0, 0, 0, 1}},
-  };
-  for (const auto& row : rows) EXPECT_EQ(row.actual, row.expected) << row.name;
-}
-
 TEST(AppThemeColorTest, TheThemeIsTheSinglePrecisionDesignValueWidened) {
   // Widened floats, not the decimal literals read as doubles.
   EXPECT_NE(AppThemeColor().AppTheme().red, 0.9834601);

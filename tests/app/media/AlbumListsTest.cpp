@@ -49,28 +49,8 @@ TEST_F(AlbumListsTest, AnAlbumEmptiedByADeletionLeavesTheList) {
   EXPECT_EQ(ids(albumsForMediaType(MediaTypes::video)), (std::vector<std::string>{"LIB/L0/040", "VIDS/L0/040"}));
 }
 
-TEST_F(AlbumListsTest, MediaOptionsSortNewestFirstAndFilterByPlatformNumbers) {
-  const std::pair<std::set<MediaTypes>, std::vector<int>> rows[] = {
-      {{MediaTypes::image}, {1}},
-      {{MediaTypes::video}, {2}},
-      {{MediaTypes::image, MediaTypes::video}, {1, 2}},
-  };
-  for (const auto& [types, numbers] : rows) {
-    auto options = mediaFetchOptions(types);
-    ASSERT_EQ(options->sortDescriptors.size(), 1u);
-    EXPECT_EQ(options->sortDescriptors[0].key, "creationDate");
-    EXPECT_FALSE(options->sortDescriptors[0].ascending);
-    auto predicate = std::get_if<PHPredicateMediaTypeIn>(&options->predicate);
-    ASSERT_NE(predicate, nullptr);
-    EXPECT_EQ(predicate->mediaTypes, numbers);
-    EXPECT_EQ(options->fetchLimit, 0u);
-  }
-  EXPECT_EQ(platformMediaType(MediaTypes::image), 1);
-  EXPECT_EQ(platformMediaType(MediaTypes::video), 2);
-}
-
 // Three fetches of an album are under way at once; whichever order the background queue finishes
-// them in, each completion gets its own album's items, newest first, on that queue.
+// them in, each completion gets its own album's items of the asked kind, newest first, on that queue.
 TEST_F(AlbumListsTest, ConcurrentAlbumFetchesCompleteInTheOrderTheyFinish) {
   struct Request {
     const char* name;

@@ -51,19 +51,13 @@ class ImagesVCTest : public testing::SimTest {
   // Launches, lets the splash hand over, and opens the images screen for `type`.
   std::shared_ptr<ImagesVC> open(const std::string& fixture, MediaTypes type = MediaTypes::image,
                                  bool pumpLoad = true) {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     auto screen = instantiate<ImagesVC>(AppStoryboard::Main);
     screen->mediatype = type;
     screen->albums = albumsForMediaType(type);
     nav()->pushViewController(screen, true);
     if (pumpLoad) settle();
     return screen;
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::vector<std::string> albumNames(const ImagesVC& screen) {
     std::vector<std::string> out;
@@ -102,6 +96,10 @@ TEST_F(ImagesVCTest, AlbumsComeInSourceOrderAndOnlyWithItemsOfTheMediaType) {
   EXPECT_EQ(albumNames(*images), (std::vector<std::string>{"Recents", "Trip", "Selfies"}));
   EXPECT_EQ(images->viewModel->items[0]->item.count, 4) << "the library's images, not its video";
   EXPECT_EQ(images->viewModel->items[0]->item.albumAsset->localIdentifier(), "T2/L0/001") << "the newest image";
+  // A fresh list stands all selected in the collection while the rows themselves keep false.
+  EXPECT_EQ(images->albumsCollectionView->indexPathsForSelectedItems().size(), 3u);
+  for (const auto& item : images->viewModel->items) EXPECT_FALSE(item->isSelected);
+  EXPECT_TRUE(images->SelectEditView->isHidden());
   platform.reset();
   auto videos = open(library(), MediaTypes::video);
   EXPECT_EQ(albumNames(*videos), (std::vector<std::string>{"Recents", "Videos"}));
@@ -117,7 +115,6 @@ TEST_F(ImagesVCTest, TheListClosesAtTheLastAlbumsCompletionWhateverTheOrder) {
   loop().runMainUntilIdle();
   ASSERT_EQ(screen->albums.size(), 3u);
   ASSERT_EQ(loop().pendingBackgroundCount(), 3u);
-  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(loop().backgroundQos(i), QualityOfService::userInteractive);
   // Selfies (the last index) completes before Trip: the list closes without Trip.
   loop().runBackgroundTask(0);  // Recents
   loop().runBackgroundTask(1);  // Selfies
@@ -141,15 +138,6 @@ TEST_F(ImagesVCTest, RefusedAccessShowsTheAlertAndLimitedAccessShowsNothing) {
   EXPECT_TRUE(limited->viewModel->items.empty());
 }
 
-TEST_F(ImagesVCTest, AFreshAlbumListStandsAllSelectedOutsideSelectionMode) {
-  auto screen = open(library());
-  EXPECT_EQ(screen->albumsCollectionView->tag(), 0);
-  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems().size(), 3u);
-  for (const auto& item : screen->viewModel->items) EXPECT_FALSE(item->isSelected) << "album rows keep false";
-  EXPECT_TRUE(screen->tap->view()) << "the tap recogniser takes the taps";
-  EXPECT_TRUE(screen->SelectEditView->isHidden());
-}
-
 TEST_F(ImagesVCTest, OpeningAnAlbumFillsThePathBarAndListsItsItemsNewestFirst) {
   auto screen = open(library());
   tapRow(*screen, 1);  // Trip
@@ -170,23 +158,11 @@ TEST_F(ImagesVCTest, OpeningAnAlbumFillsThePathBarAndListsItsItemsNewestFirst) {
   EXPECT_EQ(albumNames(*screen), (std::vector<std::string>{"Recents", "Trip", "Selfies"}));
 }
 
-TEST_F(ImagesVCTest, CellsSayWhatTheAssetSays) {
+TEST_F(ImagesVCTest, TheLayoutButtonSwitchesToListCellsAndStoresTheChoiceWithoutASynchronize) {
   auto screen = open(library(3, R"("preferences": {"isFirstTime": true, "kIsListView": false}, )"));
-  auto& cv = *screen->albumsCollectionView;
-  cv.layoutSubviews();
-  auto album = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 1}));
-  ASSERT_TRUE(album);
-  EXPECT_EQ(album->lblAlbumName->text(), "Trip");
-  EXPECT_EQ(album->lblNoOfItems->text(), "3 items");
-  EXPECT_EQ(album->reuseIdentifier(), "albumGridCell");
-  ASSERT_TRUE(album->albumImg->image()) << "the synchronous thumbnail lands one turn later";
   tapRow(*screen, 1);
-  cv.layoutSubviews();
-  auto grid = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 0}));
-  ASSERT_TRUE(grid);
-  EXPECT_EQ(grid->lblAlbumName->text(), "IMG_0003.JPG");
-  EXPECT_EQ(grid->lblNoOfItems->text(), "2.86 MB");
   press(*screen, "onGridOrListBtn:");
+  auto& cv = *screen->albumsCollectionView;
   cv.layoutSubviews();
   auto list = std::dynamic_pointer_cast<albumsCollectionViewCell>(cv.cellForItemAtIndexPath({0, 0}));
   ASSERT_TRUE(list);
@@ -194,9 +170,10 @@ TEST_F(ImagesVCTest, CellsSayWhatTheAssetSays) {
   EXPECT_EQ(list->lblNoOfItems->text(), "3 Mar 2026 10:00    2.86 MB");
   EXPECT_EQ(screen->imgGridOrList->image()->name(), "grid");
   EXPECT_TRUE(defaults().boolForKey("kIsListView"));
-  EXPECT_TRUE(defaults().hasPendingChanges()) << "written without a synchronize";
+  EXPECT_TRUE(defaults().hasPendingChanges());
 }
 
+// The selection chrome a long press brings is read by the album-level e2e scenario.
 TEST_F(ImagesVCTest, ALongPressEntersSelectionModeOnlyOnAnItem) {
   auto screen = open(library());
   longPressRow(*screen, 0);
@@ -205,18 +182,9 @@ TEST_F(ImagesVCTest, ALongPressEntersSelectionModeOnlyOnAnItem) {
   screen->longPress->recognize(UIGestureRecognizerState::began, {1, 100000});  // the gap
   settle();
   EXPECT_FALSE(screen->isSelectionModeOn());
-
   longPressRow(*screen, 1);
-  EXPECT_TRUE(screen->isSelectionModeOn());
   EXPECT_TRUE(chromeShown(*screen));
-  EXPECT_FALSE(screen->SelectEditView->isHidden());
-  EXPECT_EQ(screen->albumsCollectionView->tag(), 1);
-  EXPECT_FALSE(screen->tap->isEnabled());
-  EXPECT_FALSE(screen->tap->view()) << "detached";
   EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u);
-  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems(), (std::vector<NSIndexPath>{{0, 1}}));
-  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Select All");
-
   longPressRow(*screen, 2);
   EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u) << "a long press in selection mode does nothing";
 }
@@ -234,8 +202,11 @@ TEST_F(ImagesVCTest, DeselectingTheOnlySelectedItemEndsSelectionMode) {
   for (const auto& item : screen->photoViewModel->items) EXPECT_TRUE(item->isSelected);
 }
 
-TEST_F(ImagesVCTest, EditFromTheMenuWithNothingPickedShowsTheChromeButNotTheEditBar) {
+TEST_F(ImagesVCTest, EditIsOnTheItemMenuOnlyAndWithNothingPickedShowsTheChromeButNotTheEditBar) {
   auto screen = open(library());
+  press(*screen, "onMenuBtn:", "btnMrnu");
+  EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Storage analysis", "Settings"}));
+  dismissPopupMenu();
   tapRow(*screen, 1);
   press(*screen, "onMenuBtn:", "btnMrnu");
   EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Edit", "Storage analysis", "Settings"}));
@@ -243,37 +214,23 @@ TEST_F(ImagesVCTest, EditFromTheMenuWithNothingPickedShowsTheChromeButNotTheEdit
   settle();
   EXPECT_TRUE(chromeShown(*screen));
   EXPECT_TRUE(screen->SelectEditView->isHidden());
-  EXPECT_TRUE(screen->isSelectionModeOn());
   EXPECT_TRUE(screen->photoViewModel->selectedItems().empty());
   tapRow(*screen, 2);
   EXPECT_FALSE(screen->SelectEditView->isHidden()) << "the first pick shows the edit bar";
-  press(*screen, "onBackBtn:");
-  press(*screen, "onMainFolderBtn:");
 }
 
-TEST_F(ImagesVCTest, AlbumLevelMenuHasNoEdit) {
-  auto screen = open(library());
-  press(*screen, "onMenuBtn:", "btnMrnu");
-  EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Storage analysis", "Settings"}));
-  dismissPopupMenu();
-  EXPECT_TRUE(popupMenuEntries().empty());
-}
-
-TEST_F(ImagesVCTest, TheTwoAllSelectedTitlesDependOnTheWayThere) {
+// Picking the last one by taps says "Deselect All" (the e2e scenario); the select-all button's own
+// table is BrowseScreenTest's.
+TEST_F(ImagesVCTest, UnpickingOneOfAllSaysSelectAllAgain) {
   auto screen = open(library());
   tapRow(*screen, 1);
   longPressRow(*screen, 0);
   tapRow(*screen, 1);
   tapRow(*screen, 2);
-  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Deselect All");
-  EXPECT_TRUE(screen->selectAllCehckmark->isSelected());
+  ASSERT_EQ(screen->selectALLBtn->currentTitle(), "Deselect All");
   tapRow(*screen, 2);
   EXPECT_EQ(screen->selectALLBtn->currentTitle(), "Select All");
-  AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
-  press(*screen, "onSelectAllBtn:");
-  EXPECT_EQ(screen->selectALLBtn->currentTitle(), "DeSelect All");
-  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 3u);
-  EXPECT_EQ(screen->albumsCollectionView->indexPathsForSelectedItems().size(), 3u);
+  EXPECT_FALSE(screen->selectAllCehckmark->isSelected());
 }
 
 TEST_F(ImagesVCTest, SwitchingLayoutDuringSelectionKeepsSelectionMode) {
@@ -321,41 +278,15 @@ TEST_F(ImagesVCTest, FavouritesGetAddressesByMediaTypeAndTheButtonIconReturns) {
   EXPECT_FALSE(screen->isSelectionModeOn());
 }
 
-TEST_F(ImagesVCTest, ADeleteCleansFavouritesOnlyAfterSuccessAndGoesBackToTheAlbums) {
-  auto screen = open(library());
-  addFavouriteFiles({"assets-library://asset/asset.JPG?id=T2&extJPG"}, FileType::photo);
-  addRecentFile(*URL::withString("assets-library://asset/asset.JPG?id=T2&extJPG"), FileType::photo);
-  tapRow(*screen, 1);
-  longPressRow(*screen, 0);  // T2, the newest
-  press(*screen, "onDeletBtn:", "btnDelete");
-  EXPECT_TRUE(AppData::shared()->FavouriteFiles.empty());
-  EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u) << "recents keep a deleted asset";
-  EXPECT_TRUE(screen->isAlBumsDisplay);
-  EXPECT_EQ(screen->viewModel->items[1]->item.count, 2);
-}
-
-TEST_F(ImagesVCTest, ARefusedDeleteSaysSoAndStaysAtTheItems) {
+// What a refused delete says and keeps is LibraryChangesTest's; the screen stays at the items.
+TEST_F(ImagesVCTest, ARefusedDeleteStaysAtTheItems) {
   auto screen = open(library(3, "", R"("confirmDeletes": false, )"));
-  addFavouriteFiles({"assets-library://asset/asset.JPG?id=T2&extJPG"}, FileType::photo);
   tapRow(*screen, 1);
   longPressRow(*screen, 0);
   press(*screen, "onDeletBtn:", "btnDelete");
   EXPECT_EQ(SVProgressHUD::state().status, "Something Wrong.Not Deleted");
-  EXPECT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
   EXPECT_FALSE(screen->isAlBumsDisplay);
   EXPECT_EQ(screen->photoViewModel->items.size(), 3u);
-}
-
-TEST_F(ImagesVCTest, TappingAPhotoRemembersItAndPushesItsViewer) {
-  auto screen = open(library());
-  tapRow(*screen, 1);
-  tapRow(*screen, 0);
-  auto viewer = std::dynamic_pointer_cast<PreviewViewController>(nav()->topViewController());
-  ASSERT_TRUE(viewer);
-  EXPECT_EQ(viewer->asset()->localIdentifier(), "T2/L0/001");
-  ASSERT_EQ(AppData::shared()->recentFiles.size(), 1u);
-  EXPECT_EQ(AppData::shared()->recentFiles[0].url.absoluteString(), "assets-library://asset/asset.JPG?id=T2&extJPG");
-  EXPECT_EQ(AppData::shared()->recentFiles[0].filetype, FileType::photo);
 }
 
 TEST_F(ImagesVCTest, AVideoIsRememberedAsAPhotoAndPlaysInTheSystemPlayer) {

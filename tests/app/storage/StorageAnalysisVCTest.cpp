@@ -9,9 +9,7 @@
 #include "app/core/AppData.h"
 #include "app/core/ApplicationMain.h"
 #include "app/core/HomeViewController.h"
-#include "app/core/SettingVC.h"
 #include "app/SimTest.h"
-#include "app/VC/PopupMenu.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/UIAlertController.h"
@@ -53,9 +51,7 @@ class StorageAnalysisVCTest : public testing::SimTest {
   // Launches, waits for the home screen, and opens the storage analysis from its button. The
   // moment of the press is `t0`.
   std::shared_ptr<StorageAnalysisVC> open(const std::string& fixture, bool pump = true) {
-    start(fixture);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(fixture);
     return openAgain(pump);
   }
   std::shared_ptr<StorageAnalysisVC> openAgain(bool pump = true) {
@@ -74,10 +70,6 @@ class StorageAnalysisVCTest : public testing::SimTest {
   }
   // Moves virtual time to `t0 + seconds`.
   void at(double seconds) { advance(t0 + seconds - loop().elapsed()); }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
-  }
   size_t requests(const std::string& kind) {
     auto calls = platform->sdkCalls();
     return static_cast<size_t>(std::count_if(calls.begin(), calls.end(), [&](const std::string& c) {
@@ -99,6 +91,7 @@ class StorageAnalysisVCTest : public testing::SimTest {
   double t0 = 0;
 };
 
+// The plain 128 GB volume is the e2e storage_analysis_from_button scenario's.
 TEST_F(StorageAnalysisVCTest, TheVolumeLabelsTruncateTheUsedShareAndQuoteTheImportantCapacity) {
   struct Row {
     const char* volume;
@@ -109,8 +102,6 @@ TEST_F(StorageAnalysisVCTest, TheVolumeLabelsTruncateTheUsedShareAndQuoteTheImpo
       // 73.9 % used shows 73.
       {R"({"size": 100000000000, "free": 30000000000, "importantAvailable": 26100000000})", "73.0%\nUsed",
        "26.1 GB  of 100 GB available"},
-      {R"({"size": 128000000000, "free": 40000000000, "importantAvailable": 45000000000})", "64.0%\nUsed",
-       "45 GB  of 128 GB available"},
       // Nothing used.
       {R"({"size": 64000000000, "free": 64000000000, "importantAvailable": 64000000000})", "0.0%\nUsed",
        "64 GB  of 64 GB available"},
@@ -123,6 +114,8 @@ TEST_F(StorageAnalysisVCTest, TheVolumeLabelsTruncateTheUsedShareAndQuoteTheImpo
   }
 }
 
+// The labels' texts and the fields at each moment are also read by the e2e
+// storage_analysis_from_button scenario; this one reads the ring.
 TEST_F(StorageAnalysisVCTest, AWholeRunGrowsTheRingSectorBySectorOnItsFixedDelays) {
   auto s = open(library(R"({"photos": 3, "music": {"status": 0, "answer": 3}})"));
   // Given the neutral ring at load
@@ -145,13 +138,10 @@ TEST_F(StorageAnalysisVCTest, AWholeRunGrowsTheRingSectorBySectorOnItsFixedDelay
   at(1.0);
   EXPECT_EQ(AppData::shared()->videoSpace, kVideo);
   EXPECT_EQ(AppData::shared()->imagesSpace.bytes, kImages) << "videos twice, the float step on the big image";
-  EXPECT_EQ(s->lblVideo->text(), "47.68 MB");
-  EXPECT_EQ(s->lblImages->text(), "82.54 MB");
   EXPECT_EQ(s->pieChartView->sectorColors(), colours(*s, {0, 1}));
   float video = runShareOf(47), images = runShareOf(82);
   // The image updates come last here: the remainder holds both terms.
   expectScale(*s, {video, images, 0, 0, 1.0f - video - images});
-  EXPECT_EQ(s->lblAudio->text(), "--");
 
   // Then the audio step waits 8 s after the image loop
   at(7.99);
@@ -161,7 +151,6 @@ TEST_F(StorageAnalysisVCTest, AWholeRunGrowsTheRingSectorBySectorOnItsFixedDelay
   EXPECT_EQ(AppData::shared()->audioSpace, 0) << "the field runs 1.0 s behind the sum";
   at(9.0);
   EXPECT_EQ(AppData::shared()->audioSpace, kAudio);
-  EXPECT_EQ(s->lblAudio->text(), "5.72 MB");
   float audio = runShareOf(5);
   expectScale(*s, {video, images, audio, 0, 1.0f - video - images - audio});
   EXPECT_EQ(s->pieChartView->sectorColors(), colours(*s, {0, 1, 2}));
@@ -172,13 +161,9 @@ TEST_F(StorageAnalysisVCTest, AWholeRunGrowsTheRingSectorBySectorOnItsFixedDelay
   EXPECT_EQ(s->lblOther->text(), "--");
   at(13.0);
   EXPECT_EQ(AppData::shared()->otherSpace, kOther);
-  EXPECT_EQ(s->lblOther->text(), "81.82 GB");
-  EXPECT_EQ(s->lblFreeSpace->text(), "37.25 GB");
   float other = runShareOf(83787);
   expectScale(*s, {video, images, audio, other, 1.0f - video - images - audio - other});
   EXPECT_EQ(s->pieChartView->sectorColors(), colours(*s, {0, 1, 2, 3}));
-  EXPECT_EQ(AppData::shared()->freeSpace, 0) << "nothing writes it";
-  EXPECT_FALSE(SVProgressHUD::state().visible);
 }
 
 TEST_F(StorageAnalysisVCTest, ALateVideoAnswerResetsTheRemainderToItsOwnTerm) {
@@ -297,11 +282,6 @@ TEST_F(StorageAnalysisVCTest, ASecondVisitAfterAClosedRunTakesTheFastPathWithout
   ASSERT_EQ(second->pieChartView->animations().size(), 2u) << "the neutral ring, then one animation";
   float video = fastShareOf(47), images = fastShareOf(82), audio = fastShareOf(5), other = fastShareOf(83787);
   expectScale(*second, {video, images, audio, other, 1.0f - video - images - audio - other});
-  EXPECT_EQ(second->lblVideo->text(), "47.68 MB");
-  EXPECT_EQ(second->lblImages->text(), "82.54 MB");
-  EXPECT_EQ(second->lblAudio->text(), "5.72 MB");
-  EXPECT_EQ(second->lblOther->text(), "81.82 GB");
-  EXPECT_EQ(second->lblFreeSpace->text(), "37.25 GB");
   EXPECT_EQ(second->videoPR, 0) << "the run's shares stay untouched";
   advance(20);
   EXPECT_EQ(second->pieChartView->animations().size(), 2u) << "nothing more comes";
@@ -358,19 +338,6 @@ TEST_F(StorageAnalysisVCTest, PhotoAnswersOtherThanAuthorisedEndTheRunSilently) 
   }
 }
 
-TEST_F(StorageAnalysisVCTest, TheMenuPresentsSettingsHalfASecondAfterItsOneRow) {
-  auto s = open(library());
-  s->performAction("onMenuBtn:", s->btnMenu);
-  EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Settings  "}));
-  pressPopupMenuEntry(0);
-  advance(0.49);
-  EXPECT_FALSE(s->presentedViewController());
-  advance(0.01);
-  auto settings = std::dynamic_pointer_cast<SettingVC>(s->presentedViewController());
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->modalPresentationStyle(), UIModalPresentationStyle::overFullScreen);
-}
-
 TEST_F(StorageAnalysisVCTest, EveryAppearanceOffersAReadyInterstitial) {
   auto s = open(library(R"({"photos": 2, "music": 3})", "", R"("ads": {"applovin": {"interstitial": "ready"}}, )"));
   // The splash showed the launch's ad; close it so that a new one loads.
@@ -390,10 +357,6 @@ TEST_F(StorageAnalysisVCTest, EveryAppearanceOffersAReadyInterstitial) {
 }
 
 using StorageAnalysisVCDeathTest = StorageAnalysisVCTest;
-
-TEST_F(StorageAnalysisVCDeathTest, ALibraryWithoutAnyAssetEndsTheProcess) {
-  EXPECT_DEATH(open(R"({"permissions": {"photos": 3}})"), "Range requires lowerBound <= upperBound");
-}
 
 TEST_F(StorageAnalysisVCDeathTest, UnreadableOrEmptyVolumeFiguresEndTheProcess) {
   EXPECT_DEATH(open(R"({"permissions": {"photos": 2}, "volume": {"size": null}})"),

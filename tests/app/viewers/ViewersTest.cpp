@@ -27,16 +27,10 @@ constexpr const char* kLibrary = R"({"now": "2026-11-22T10:00:00Z", "photos": {"
 class ViewersTest : public testing::SimTest {
  protected:
   void SetUp() override {
-    start(kLibrary);
-    NimbrelApplicationMain();
-    advance(6);
+    launchToHome(kLibrary);
   }
   std::shared_ptr<PHAsset> asset(const std::string& id) {
     return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
-  }
-  std::shared_ptr<UINavigationController> nav() {
-    return std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
   }
   std::shared_ptr<PreviewViewController> show(const std::string& id) {
     auto viewer = PreviewBuilder::build(asset(id));

@@ -21,23 +21,6 @@ TEST(Iso8601Test, ReadsUtcOffsetsFractionsAndDatesAlone) {
   }
 }
 
-TEST(FixtureTest, AnEmptyFixtureHasEveryDefault) {
-  auto f = Fixture::parse("{}");
-  ASSERT_TRUE(f.ok()) << f.error();
-  EXPECT_EQ(f->now, *parseIso8601("2026-01-01T00:00:00Z"));
-  EXPECT_EQ(f->locale, "en_US");
-  EXPECT_EQ(f->timeZone, "UTC");
-  EXPECT_EQ(f->idiom, "phone");
-  EXPECT_EQ(f->screenWidth, 390);
-  EXPECT_EQ(f->volumeSize, 128'000'000'000);
-  EXPECT_EQ(f->photos.status, 0);
-  EXPECT_EQ(f->photos.answer, 3);
-  EXPECT_EQ(f->applovinInterstitial, "nofill");
-  EXPECT_TRUE(f->preferences.empty());
-  EXPECT_TRUE(f->photoAssets.empty());
-  EXPECT_TRUE(f->photoAlbums.empty());
-}
-
 TEST(FixtureTest, BadInputGivesOneClearReason) {
   const std::pair<const char*, const char*> cases[] = {
       {"[1]", "must be a JSON object"},

@@ -134,48 +134,10 @@ TEST_F(SimPhotoLibraryTest, RequestsAnswerAsTheFixtureSays) {
   EXPECT_EQ(videos, (std::vector<std::string>{"url IMG_0002.MOV", "other", "none"}));
 }
 
-TEST_F(SimPhotoLibraryTest, ConfirmedDeletesTakeAssetsOutOfEveryAlbum) {
-  start();
-  bool done = false, succeeded = false;
-  PHPhotoLibrary::sharedPhotoLibrary().performChanges(
-      [] { PHAssetChangeRequest::deleteAssets(PHAsset::fetchAssetsWithLocalIdentifiers({"IMG1/L0/001"}, nullptr).objects()); },
-      [&](bool ok, std::optional<NSError>) {
-        done = true;
-        succeeded = ok;
-      });
-  EXPECT_FALSE(done);
-  platform->runLoop().runUntilIdle();
-  ASSERT_TRUE(done);
-  EXPECT_TRUE(succeeded);
-  auto trip = PHAssetCollection::fetchAssetCollectionsWithLocalIdentifiers({"TRIP/L0/040"}, nullptr)[0];
-  EXPECT_EQ(ids(PHAsset::fetchAssetsInAssetCollection(*trip, nullptr)), (std::vector<std::string>{"IMG2/L0/001"}));
-  EXPECT_EQ(PHAsset::fetchAssetsWithLocalIdentifiers({"IMG1/L0/001"}, nullptr).count(), 0u);
-}
-
-TEST_F(SimPhotoLibraryTest, RefusedDeletesChangeNothing) {
-  start(R"({"photos": {"confirmDeletes": false, "assets": [{"id": "A/L0/001"}]}})");
-  std::optional<NSError> error;
-  bool ok = true;
-  PHPhotoLibrary::sharedPhotoLibrary().performChanges(
-      [] { PHAssetChangeRequest::deleteAssets(PHAsset::fetchAssetsWithOptions(nullptr).objects()); },
-      [&](bool success, std::optional<NSError> e) {
-        ok = success;
-        error = e;
-      });
-  platform->runLoop().runUntilIdle();
-  EXPECT_FALSE(ok);
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->code, 3072);
-  EXPECT_EQ(PHAsset::fetchAssetsWithOptions(nullptr).count(), 1u);
-}
-
+// Confirmed and refused deletes (code 3072) are read through the app in LibraryChangesTest and the
+// e2e images_viewer_favourite_share_delete scenario; reading past an empty fetch result ends the
+// process in HomeViewControllerDeathTest.
 using SimPhotoLibraryDeathTest = SimPhotoLibraryTest;
-
-TEST_F(SimPhotoLibraryDeathTest, ReadingBeyondAFetchResultEndsTheProcess) {
-  start();
-  auto none = PHAsset::fetchAssetsWithALAssetURLs({*URL::withString("assets-library://asset/asset.JPG?id=X&extJPG")}, nullptr);
-  EXPECT_DEATH(none[0], "index 0 beyond bounds for empty fetch result");
-}
 
 TEST_F(SimPhotoLibraryDeathTest, ChangeRequestsOutsideAChangeBlockEndTheProcess) {
   start();

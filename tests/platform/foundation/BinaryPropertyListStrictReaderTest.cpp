@@ -89,7 +89,6 @@ std::vector<Case> brokenFiles() {
        "offset table of 4611686018427387904 entries runs past the trailer"},
       {"count beyond reference size", RawPlist{std::vector<Data>(300, Data{0x10, 0}), 1, 2}.build(),
        "300 objects cannot be named with 1-byte references"},
-      {"offset into header", RawPlist{{{0xA1, 1}, {0x10, 5}}}.build(), ""},
       {"self reference", RawPlist{{{0xA1, 0}}}.build(), "object 0 refers to itself"},
       {"dictionary value is itself", RawPlist{{{0xD1, 1, 0}, {0x51, 'k'}}}.build(),
        "object 0 refers to itself"},
@@ -188,7 +187,6 @@ std::vector<Case> brokenFiles() {
   bigDict.objects.push_back({0x08});
   cases.push_back(
       {"duplicate among many keys", bigDict.build(), "object 0 has the key \"kH\" twice"});
-  std::erase_if(cases, [](const Case& c) { return c.error.empty(); });
   return cases;
 }
 

@@ -62,20 +62,22 @@ TEST_F(ManualRunLoopTest, BackgroundWorkWaitsUntilPumpedInTheChosenOrder) {
   EXPECT_TRUE(loop.isMainThread());
 }
 
-TEST_F(ManualRunLoopTest, GroupNotifiesOnceAllWorkHasLeft) {
+TEST_F(ManualRunLoopTest, GroupNotifiesOneTurnAfterAllWorkHasLeftEvenWhenEmpty) {
+  DispatchGroup empty;
+  empty.notify(DispatchQueue::main(), [&] { log.push_back("empty"); });
   DispatchGroup group;
   group.enter();
   group.enter();
   group.notify(DispatchQueue::main(), [&] { log.push_back("done"); });
   group.leave();
-  loop.runUntilIdle();
   EXPECT_TRUE(log.empty());
-  group.leave();
-  EXPECT_TRUE(log.empty()) << "the notification is one turn later";
   loop.runUntilIdle();
-  EXPECT_EQ(log, (std::vector<std::string>{"done"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"empty"}));
+  group.leave();
+  EXPECT_EQ(log.size(), 1u) << "the notification is one turn later";
+  loop.runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"empty", "done"}));
 }
-
 TEST_F(ManualRunLoopTest, UnbalancedGroupLeaveEndsTheProcess) {
   EXPECT_DEATH(
       {
@@ -85,31 +87,23 @@ TEST_F(ManualRunLoopTest, UnbalancedGroupLeaveEndsTheProcess) {
       "Fatal error: Unbalanced call to dispatch_group_leave\\(\\)");
 }
 
-TEST_F(ManualRunLoopTest, RepeatingTimerKeepsItsScheduleUntilInvalidated) {
-  int fired = 0;
-  auto timer = NSTimer::scheduledTimerWithTimeInterval(1.0, true, [&](NSTimer& t) {
-    ++fired;
-    if (fired == 3) t.invalidate();
+TEST_F(ManualRunLoopTest, TimersRepeatUntilInvalidatedOrFireOnceAndCanBeCancelled) {
+  int repeated = 0, fired = 0;
+  auto repeating = NSTimer::scheduledTimerWithTimeInterval(1.0, true, [&](NSTimer& t) {
+    if (++repeated == 3) t.invalidate();
   });
-  loop.advance(10);
-  EXPECT_EQ(fired, 3);
-  EXPECT_FALSE(timer->isValid());
-}
-
-TEST_F(ManualRunLoopTest, OneShotTimerFiresOnceAndCanBeCancelled) {
-  int fired = 0;
   auto once = NSTimer::scheduledTimerWithTimeInterval(1.55, false, [&](NSTimer&) { ++fired; });
-  auto cancelled = NSTimer::scheduledTimerWithTimeInterval(1.0, false, [&](NSTimer&) { fired += 100; });
-  cancelled->invalidate();
+  NSTimer::scheduledTimerWithTimeInterval(1.0, false, [&](NSTimer&) { fired += 100; })->invalidate();
   loop.advance(1.54);
   EXPECT_EQ(fired, 0);
   loop.advance(0.02);
   EXPECT_EQ(fired, 1);
   EXPECT_FALSE(once->isValid());
-  loop.advance(5);
+  loop.advance(10);
   EXPECT_EQ(fired, 1);
+  EXPECT_EQ(repeated, 3);
+  EXPECT_FALSE(repeating->isValid());
 }
-
 TEST_F(ManualRunLoopTest, AdvanceRunsWorkThatLandsExactlyOnTheTarget) {
   // Given a task at 0.1 s that schedules one 0.2 s later, and a task at the target that posts more
   DispatchQueue::main().asyncAfter(0.1, [&] {
@@ -152,33 +146,25 @@ TEST_F(ManualRunLoopTest, ADeadlineReachedBySmallStepsFires) {
   EXPECT_TRUE(fired);
 }
 
-TEST_F(ManualRunLoopTest, DelayedBackgroundWorkJoinsItsQueueOnlyWhenDue) {
+TEST_F(ManualRunLoopTest, DelayedBackgroundWorkJoinsItsQueueOnlyWhenDueWithItsQualityOfService) {
   bool ranOnMain = true;
-  DispatchQueue::global(QualityOfService::utility).asyncAfter(1.0, [&] {
+  std::vector<QualityOfService> queued;
+  DispatchQueue::global(QualityOfService::background).asyncAfter(1.0, [&] {
     ranOnMain = loop.isMainThread();
     log.push_back("background");
   });
+  // Main work due at the same moment runs before background work is pumped: it sees the queue.
+  DispatchQueue::main().asyncAfter(1.0, [&] {
+    for (size_t i = 0; i < loop.pendingBackgroundCount(); ++i) queued.push_back(loop.backgroundQos(i));
+  });
   loop.advance(0.999);
   EXPECT_EQ(loop.pendingBackgroundCount(), 0u);
-  EXPECT_TRUE(log.empty());
   loop.runMainUntilIdle();
   loop.advance(0.001);
+  EXPECT_EQ(queued, (std::vector<QualityOfService>{QualityOfService::background}));
   EXPECT_EQ(log, (std::vector<std::string>{"background"}));
   EXPECT_FALSE(ranOnMain);
 }
-
-TEST_F(ManualRunLoopTest, DelayedBackgroundWorkKeepsItsQualityOfService) {
-  std::vector<QualityOfService> queued;
-  DispatchQueue::global(QualityOfService::background).asyncAfter(0.5, [] {});
-  // Main work due at the same moment runs before background work is pumped: look at the queue
-  DispatchQueue::main().asyncAfter(0.5, [&] {
-    for (size_t i = 0; i < loop.pendingBackgroundCount(); ++i) queued.push_back(loop.backgroundQos(i));
-  });
-  loop.advance(0.5);
-  EXPECT_EQ(queued, (std::vector<QualityOfService>{QualityOfService::background}));
-  EXPECT_EQ(loop.pendingBackgroundCount(), 0u);
-}
-
 TEST_F(ManualRunLoopTest, WorkPostedFromOtherThreadsRunsOnTheMainQueueInEachThreadsOrder) {
   constexpr int kThreads = 4, kEach = 100;
   std::vector<std::vector<int>> seen(kThreads);
@@ -215,14 +201,6 @@ TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
   loop.runUntilIdle();
   EXPECT_EQ(notified, 1);
   EXPECT_EQ(group.count(), 0);
-}
-
-TEST_F(ManualRunLoopTest, NotifyOnAnEmptyGroupStillWaitsOneTurn) {
-  DispatchGroup group;
-  group.notify(DispatchQueue::main(), [&] { log.push_back("notified"); });
-  EXPECT_TRUE(log.empty());
-  loop.runUntilIdle();
-  EXPECT_EQ(log, (std::vector<std::string>{"notified"}));
 }
 
 }  // namespace

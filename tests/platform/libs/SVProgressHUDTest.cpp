@@ -43,11 +43,14 @@ TEST_F(SVProgressHUDTest, AFreshLibraryHasItsOwnDefaults) {
   EXPECT_EQ(phase(), "hidden");
 }
 
-TEST_F(SVProgressHUDTest, ShowAndDismissTakeEffectOneTurnLater) {
+TEST_F(SVProgressHUDTest, ShowAndDismissTakeEffectOneTurnLaterAndAreSignalled) {
+  int changes = 0;
+  SVProgressHUD::changed().observe([&] { ++changes; });
   SVProgressHUD::showWithStatus("Loading Ads...");
   EXPECT_EQ(phase(), "hidden");
   loop.runUntilIdle();
   EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(changes, 1);
   EXPECT_EQ(SVProgressHUD::state().kind, Kind::status);
   EXPECT_EQ(SVProgressHUD::state().status, "Loading Ads...");
 
@@ -60,8 +63,13 @@ TEST_F(SVProgressHUDTest, ShowAndDismissTakeEffectOneTurnLater) {
   loop.advance(0.001);
   EXPECT_EQ(phase(), "hidden");
   EXPECT_EQ(SVProgressHUD::state().status, std::nullopt);
-}
+  EXPECT_EQ(changes, 3) << "fade start and end";
 
+  resetPlatformState();
+  SVProgressHUD::showWithStatus("B");
+  loop.runUntilIdle();
+  EXPECT_EQ(changes, 3) << "a fresh library has no observers";
+}
 TEST_F(SVProgressHUDTest, DisplayTimeGrowsWithTheStatusInUtf16Units) {
   struct Row {
     double minimum, maximum;
@@ -104,30 +112,20 @@ TEST_F(SVProgressHUDTest, StatusesOfEveryKindSelfDismissAfterTheirDisplayTimeThe
       {"image", [](const std::string& s) { SVProgressHUD::showImage(UIImage::named("star"), s); },
        Kind::image},
   };
-  struct Timing {
-    std::string status;
-    double shownFor;
-  };
   for (const auto& row : rows) {
-    for (const Timing& timing : {Timing{"Mark as Favourite....", 1.76},
-                                 Timing{"Clear recent data successfully...", 2.48},
-                                 Timing{"OK", 0.62}}) {
-      SCOPED_TRACE(std::string(row.name) + ": " + timing.status);
-      resetPlatformState();
-      SVProgressHUD::setMinimumDismissTimeInterval(0.2);
-
-      row.show(timing.status);
-      loop.runUntilIdle();
-      EXPECT_EQ(SVProgressHUD::state().kind, row.kind);
-      EXPECT_NE(SVProgressHUD::state().image, std::nullopt);
-
-      loop.advance(timing.shownFor - 0.001);
-      EXPECT_EQ(phase(), "shown");
-      loop.advance(0.001);
-      EXPECT_EQ(phase(), "fading");
-      loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
-      EXPECT_EQ(phase(), "hidden");
-    }
+    SCOPED_TRACE(row.name);
+    resetPlatformState();
+    SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+    row.show("Mark as Favourite....");
+    loop.runUntilIdle();
+    EXPECT_EQ(SVProgressHUD::state().kind, row.kind);
+    EXPECT_NE(SVProgressHUD::state().image, std::nullopt);
+    loop.advance(1.76 - 0.001);
+    EXPECT_EQ(phase(), "shown");
+    loop.advance(0.001);
+    EXPECT_EQ(phase(), "fading");
+    loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
+    EXPECT_EQ(phase(), "hidden");
   }
 }
 
@@ -152,19 +150,9 @@ TEST_F(SVProgressHUDTest, PlainStatusesAndProgressStayUntilDismissed) {
   EXPECT_FLOAT_EQ(SVProgressHUD::state().progress, 0.4f);
 }
 
-TEST_F(SVProgressHUDTest, ANewShowCancelsAPendingSelfDismissal) {
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
-  SVProgressHUD::showSuccessWithStatus("OK");  // would leave at 0.62 s
-  loop.advance(0.5);
-
-  SVProgressHUD::showWithStatus("Loading");
-  loop.advance(10);
-
-  EXPECT_EQ(phase(), "shown");
-  EXPECT_EQ(SVProgressHUD::state().status, "Loading");
-}
-
-TEST_F(SVProgressHUDTest, ASecondSelfDismissingStatusRunsOnItsOwnClock) {
+// A self-dismissal's clock starts at its own show, with the display time of that moment, and a
+// plain show cancels it.
+TEST_F(SVProgressHUDTest, SelfDismissalTimers) {
   SVProgressHUD::setMinimumDismissTimeInterval(0.2);
   SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
   loop.advance(0.5);
@@ -174,16 +162,22 @@ TEST_F(SVProgressHUDTest, ASecondSelfDismissingStatusRunsOnItsOwnClock) {
   EXPECT_EQ(SVProgressHUD::state().kind, Kind::error);
   loop.advance(0.001);
   EXPECT_EQ(phase(), "fading");
-}
 
-TEST_F(SVProgressHUDTest, TheDisplayTimeIsFixedWhenTheStatusIsAskedFor) {
+  resetPlatformState();
   SVProgressHUD::setMinimumDismissTimeInterval(0.2);
   SVProgressHUD::showSuccessWithStatus("OK");
   SVProgressHUD::setMinimumDismissTimeInterval(5.0);
   loop.advance(0.62);
-  EXPECT_EQ(phase(), "fading");
+  EXPECT_EQ(phase(), "fading") << "the display time is fixed at the show";
+  resetPlatformState();
+  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  SVProgressHUD::showSuccessWithStatus("OK");
+  loop.advance(0.5);
+  SVProgressHUD::showWithStatus("Loading");
+  loop.advance(10);
+  EXPECT_EQ(phase(), "shown");
+  EXPECT_EQ(SVProgressHUD::state().status, "Loading");
 }
-
 TEST_F(SVProgressHUDTest, DismissWithDelayFadesAfterTheDelayThenCompletes) {
   for (double delay : {0.0, 0.5, 2.0}) {
     SCOPED_TRACE(delay);
@@ -285,22 +279,6 @@ TEST_F(SVProgressHUDTest, ALateSelfDismissalLeavesAHiddenOverlayAlone) {
 
   EXPECT_EQ(phase(), "hidden");
   EXPECT_EQ(changes, 0);
-}
-
-TEST_F(SVProgressHUDTest, ChangesAreSignalledAndAFreshLibraryHasNoObservers) {
-  int changes = 0;
-  SVProgressHUD::changed().observe([&] { ++changes; });
-  SVProgressHUD::showWithStatus("A");
-  loop.runUntilIdle();
-  EXPECT_EQ(changes, 1);
-  SVProgressHUD::dismiss();
-  loop.advance(1);
-  EXPECT_EQ(changes, 3) << "fade start and end";
-
-  resetPlatformState();
-  SVProgressHUD::showWithStatus("B");
-  loop.runUntilIdle();
-  EXPECT_EQ(changes, 3);
 }
 
 }  // namespace

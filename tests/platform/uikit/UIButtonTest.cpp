@@ -35,31 +35,21 @@ TEST(UIButtonTest, TitlesFollowTheStateAndFallBackToNormal) {
   }
 }
 
-TEST(UIButtonTest, ClearingAStateTitleFallsBackToNormalAgain) {
+TEST(UIButtonTest, ClearingAStateTitleOrImageFallsBackToNormalAgain) {
   UIButton button;
   button.setTitle("Select", UIControlState::normal);
   button.setTitle("Cancel", UIControlState::selected);
-  button.setSelected(true);
-  ASSERT_EQ(button.currentTitle(), "Cancel");
-
-  button.setTitle(std::nullopt, UIControlState::selected);
-
-  EXPECT_EQ(button.titleForState(UIControlState::selected), "Select");
-  EXPECT_EQ(button.currentTitle(), "Select");
-}
-
-TEST(UIButtonTest, ClearingAStateImageFallsBackToNormalAgain) {
-  UIButton button;
   button.setImage(UIImage::named("grid"), UIControlState::normal);
   button.setImage(UIImage::named("list"), UIControlState::selected);
   button.setSelected(true);
+  ASSERT_EQ(button.currentTitle(), "Cancel");
   ASSERT_EQ(button.currentImage(), UIImage::named("list"));
-
+  button.setTitle(std::nullopt, UIControlState::selected);
   button.setImage(std::nullopt, UIControlState::selected);
-
+  EXPECT_EQ(button.titleForState(UIControlState::selected), "Select");
+  EXPECT_EQ(button.currentTitle(), "Select");
   EXPECT_EQ(button.currentImage(), UIImage::named("grid"));
 }
-
 TEST(UIButtonTest, TitleChangesAreSignalled) {
   auto button = std::make_shared<UIButton>();
   int changes = 0;

@@ -80,15 +80,6 @@ TEST_F(UINavigationControllerTest, PopReversesThePushAndReleasesThePoppedScreenA
   EXPECT_EQ(nav->viewControllers().size(), 1u);
 }
 
-TEST_F(UINavigationControllerTest, PopOfTheRootAloneDoesNothing) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
-  EXPECT_EQ(nav->popViewControllerAnimated(true), nullptr);
-  EXPECT_TRUE(nav->popToRootViewControllerAnimated(true).empty());
-  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
-  EXPECT_EQ(nav->topViewController(), a);
-}
-
 TEST_F(UINavigationControllerTest, PopToRootMovesAppearanceFromTheTopOnlyAndReleasesEveryPoppedScreen) {
   auto a = recording("A", journal);
   showOnScreen(a);
@@ -151,18 +142,19 @@ TEST_F(UINavigationControllerTest, SetViewControllersKeepingTheTopMakesNoAppeara
   EXPECT_FALSE(z->isViewLoaded()) << "a screen under the top is not loaded before it is needed";
 }
 
-TEST_F(UINavigationControllerTest, PushingAControllerAlreadyOnTheStackIsRefused) {
+TEST_F(UINavigationControllerTest, PoppingTheRootAloneAndPushingAControllerAlreadyOnTheStackDoNothing) {
   auto a = recording("A", journal);
   showOnScreen(a);
+  EXPECT_EQ(nav->popViewControllerAnimated(true), nullptr);
+  EXPECT_TRUE(nav->popToRootViewControllerAnimated(true).empty());
+  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
   auto b = recording("B", journal);
   nav->pushViewController(b, false);
   loop.runUntilIdle();
   journal.take();
-
   for (const auto& again : {std::shared_ptr<UIViewController>(a), std::shared_ptr<UIViewController>(b)}) {
     nav->pushViewController(again, true);
   }
-
   EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
   EXPECT_EQ(nav->viewControllers().size(), 2u);
   EXPECT_EQ(nav->topViewController(), b);

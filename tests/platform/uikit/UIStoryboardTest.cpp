@@ -13,24 +13,7 @@ class UIStoryboardTest : public ::testing::Test {
   void TearDown() override { resetPlatformState(); }
 };
 
-TEST_F(UIStoryboardTest, InstantiationMakesANewControllerNamedAfterItsIdentifier) {
-  int made = 0;
-  UIStoryboard::registerScene("Main", "HomeViewController", [&] {
-    ++made;
-    return std::make_shared<UIViewController>();
-  });
-  auto board = UIStoryboard::storyboardWithName("Main");
-
-  auto first = board.instantiateViewControllerWithIdentifier("HomeViewController");
-  auto second = board.instantiateViewControllerWithIdentifier("HomeViewController");
-
-  ASSERT_NE(first, nullptr);
-  EXPECT_NE(first, second);
-  EXPECT_EQ(made, 2);
-  EXPECT_EQ(first->storyboardIdentifier(), "HomeViewController");
-  EXPECT_FALSE(first->isViewLoaded()) << "instantiation does not load the view";
-}
-
+// Fresh controllers named after their identifier, with the view not loaded, are StoryBoardTest's.
 TEST_F(UIStoryboardTest, UnknownNamesGiveNoController) {
   UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
   struct Row {
