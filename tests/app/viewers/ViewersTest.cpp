@@ -73,6 +73,7 @@ TEST_F(ViewersTest, DoubleTapZoomsToTwoAroundTheTouchAndBackToOne) {
   settle();
   EXPECT_EQ(viewer->scrollView->zoomScale(), 1.0);
   EXPECT_EQ(viewer->scrollView->contentInset(), UIEdgeInsets{});
+  EXPECT_EQ(viewer->scrollView->contentOffset(), (CGPoint{0, 0})) << "the zoomed offset does not outlive the zoom";
   EXPECT_TRUE(viewer->fullscreen()) << "zooming out does not bring the chrome back";
   viewer->singleTapRecognizer->recognize(UIGestureRecognizerState::ended, {10, 10});
   advance(0.1);
