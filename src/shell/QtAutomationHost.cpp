@@ -34,7 +34,7 @@ nlohmann::json QtAutomationHost::paths() const {
   return {{"home", NSHomeDirectory()},
           {"documents", docs},
           {"importedFiles", docs + "/Nimbrel/importedFiles"},
-          {"preferences", nullptr}};
+          {"preferences", preferences_.empty() ? nlohmann::json(nullptr) : nlohmann::json(preferences_)}};
 }
 
 std::vector<std::string> QtAutomationHost::sdkCalls() const {

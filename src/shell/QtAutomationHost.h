@@ -26,6 +26,8 @@ class QtAutomationHost final : public AutomationHost {
  public:
   QtAutomationHost(QtRunLoop& loop, sim::SimPlatform* platform) : loop_(loop), platform_(platform) {}
   void setWindow(QQuickWindow* window) { window_ = window; }
+  // The preferences file, where the platform keeps one (the desktop).
+  void setPreferencesPath(std::string path) { preferences_ = std::move(path); }
 
   double elapsed() const override;
   void settle() override;
@@ -39,6 +41,7 @@ class QtAutomationHost final : public AutomationHost {
  private:
   QtRunLoop& loop_;
   sim::SimPlatform* platform_;
+  std::string preferences_;
   QPointer<QQuickWindow> window_;
 };
 

@@ -134,6 +134,7 @@ int main(int argc, char** argv) {
     TextMeasurer::install(std::make_shared<nimbrel::shell::QtTextMeasurer>(family));
 
     nimbrel::shell::QtAutomationHost host(loop, sim.get());
+    if (desktop) host.setPreferencesPath(desktop->locations().preferences);
     std::unique_ptr<nimbrel::AutomationSession> session;
     if (options.automation) session = std::make_unique<nimbrel::AutomationSession>(host);
 
