@@ -1,0 +1,160 @@
+#!/usr/bin/env python3
+"""The program over a real folder tree: the headless runner on the desktop platform.
+
+Makes the sample library in a temporary home, then drives the runner as a user would: answers the
+platform's prompts, browses the albums the folders make, deletes a picture (the platform asks
+first) and checks that the file went to the freedesktop trash with its .trashinfo. A second run on
+the same home must not ask again and must show the same identifiers.
+
+usage: desktop_library.py NIMBREL_HEADLESS NIMBREL_DEMO_LIBRARY
+"""
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import time
+
+
+class Runner:
+    def __init__(self, program, env):
+        self.process = subprocess.Popen([program, "--desktop"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL, env=env, text=True)
+
+    def send(self, request):
+        self.process.stdin.write(json.dumps(request) + "\n")
+        self.process.stdin.flush()
+        line = self.process.stdout.readline()
+        if not line:
+            raise AssertionError(f"the runner ended at {request}")
+        return json.loads(line)
+
+    def ok(self, request):
+        answer = self.send(request)
+        if not answer.get("ok"):
+            raise AssertionError(f"{request} failed: {answer.get('error')}")
+        return answer
+
+    def until(self, what, check, seconds=20):
+        """The library's worker runs in real time: look again (bounded) until `check` holds."""
+        deadline = time.monotonic() + seconds
+        while True:
+            self.ok({"op": "idle"})
+            tree = self.ok({"op": "tree"})
+            if check(tree):
+                return tree
+            if time.monotonic() > deadline:
+                raise AssertionError(f"never saw {what}; last tree: {json.dumps(tree)[:2000]}")
+            time.sleep(0.05)
+
+    def close(self):
+        self.process.stdin.close()
+        self.process.wait(timeout=30)
+
+
+def top(tree):
+    return tree["screens"][-1]
+
+
+def cells(tree):
+    return top(tree).get("outlets", {}).get("albumsCollectionView", {}).get("cells", [])
+
+
+def texts(cell):
+    return [o.get("text") for o in cell.get("outlets", {}).values() if isinstance(o, dict) and o.get("text")]
+
+
+def alert_title(tree):
+    return (tree.get("alert") or {}).get("title", "")
+
+
+def open_albums(runner, expect_prompt):
+    runner.ok({"op": "advance", "seconds": 5})
+    tree = runner.ok({"op": "tree"})
+    if expect_prompt:
+        assert "track your activity" in alert_title(tree), tree.get("alert")
+        assert tree["alert"]["actions"] == ["Don't Allow", "Allow"]
+        runner.ok({"op": "alert", "action": "Don't Allow"})
+    else:
+        assert tree.get("alert") is None, f"an answered prompt came back: {tree.get('alert')}"
+    runner.ok({"op": "action", "selector": "onImagesBtn:"})
+    runner.ok({"op": "advance", "seconds": 1})
+    if expect_prompt:
+        tree = runner.ok({"op": "tree"})
+        assert "Access Your Photos" in alert_title(tree), tree.get("alert")
+        runner.ok({"op": "alert", "action": "Allow"})
+    return runner.until("the albums", lambda t: top(t)["id"] == "ImagesVC" and len(cells(t)) >= 3)
+
+
+def main():
+    headless, demo_maker = sys.argv[1], sys.argv[2]
+    with tempfile.TemporaryDirectory(prefix="nimbrel-desktop-e2e-") as home:
+        subprocess.run([demo_maker, home], check=True, stdout=subprocess.DEVNULL)
+        env = dict(os.environ)
+        for key in ("XDG_PICTURES_DIR", "XDG_VIDEOS_DIR", "XDG_MUSIC_DIR", "NIMBREL_PICTURES", "NIMBREL_VIDEOS",
+                    "NIMBREL_MUSIC", "XDG_RUNTIME_DIR"):
+            env.pop(key, None)
+        env.update(HOME=home, XDG_DATA_HOME=f"{home}/.local/share", XDG_CONFIG_HOME=f"{home}/.config",
+                   XDG_CACHE_HOME=f"{home}/.cache", XDG_STATE_HOME=f"{home}/.local/state",
+                   NIMBREL_HOME=f"{home}/.local/share/nimbrel", NIMBREL_ADS="none")
+
+        runner = Runner(headless, env)
+        tree = open_albums(runner, expect_prompt=True)
+        names = [t for c in cells(tree) for t in texts(c)]
+        for folder in ("Rome 2023", "Tokyo", "Family"):
+            assert any(folder in n for n in names), f"no album for the folder {folder}: {names}"
+
+        # Into the Rome album: its three pictures, newest first.
+        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
+        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
+        tree = runner.until("the Rome album", lambda t: len(cells(t)) == 3 and
+                            top(t)["outlets"]["lbSubFolderName"]["text"] == "Rome 2023")
+
+        # Delete the first picture: the platform asks, and the answer decides.
+        runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
+        runner.ok({"op": "action", "selector": "onDeletBtn:", "sender": "btnDelete"})
+        tree = runner.until("the delete confirmation", lambda t: (t.get("alert") or {}).get("actions") ==
+                            ["Don't Allow", "Delete"])
+        runner.ok({"op": "alert", "action": "Delete"})
+        rome = os.path.join(home, "Pictures", "Rome 2023")
+        runner.until("the picture gone", lambda t: len(os.listdir(rome)) == 2)
+        gone = ({"IMG_2001.JPG", "IMG_2002.JPG", "IMG_2003.JPG"} - set(os.listdir(rome))).pop()
+        trash = os.path.join(home, ".local", "share", "Trash")
+        assert os.path.exists(os.path.join(trash, "files", gone)), os.listdir(os.path.join(trash, "files"))
+        with open(os.path.join(trash, "info", gone + ".trashinfo")) as info:
+            text = info.read()
+        assert text.startswith("[Trash Info]\nPath="), text
+        assert "Rome%202023/" + gone in text, text
+
+        # The screen goes back to the albums after a delete; opening a picture of what is left records it
+        # by its local identifier.
+        tree = runner.until("the albums after the delete", lambda t: any("Tokyo" in x for c in cells(t) for x in texts(c)))
+        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
+        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
+        runner.until("the Rome album after the delete", lambda t: len(cells(t)) == 2)
+        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
+        runner.until("the viewer", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
+        first = runner.ok({"op": "state"})["recentFiles"]
+        assert len(first) == 1 and first[0]["url"].startswith("assets-library://asset/asset.JPG?id="), first
+        runner.close()
+
+        # A second start: no prompt again, the same identifiers for what is left.
+        runner = Runner(headless, env)
+        tree = open_albums(runner, expect_prompt=False)
+        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
+        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
+        runner.until("the Rome album again", lambda t: len(cells(t)) == 2)
+        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
+        runner.until("the viewer again", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
+        again = runner.ok({"op": "state"})["recentFiles"]
+        runner.close()
+        assert again[0]["url"] == first[0]["url"], f"the identifier moved: {first} then {again}"
+    print("desktop library: prompts, albums, delete to the trash and a second start checked")
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    except AssertionError as failure:
+        print(f"FAILED: {failure}", file=sys.stderr)
+        sys.exit(1)
