@@ -264,8 +264,9 @@ constexpr const char* kAssetColumns =
     "a.id, a.path, a.folder, a.size, a.mtime, a.dev, a.ino, a.kind, a.subtypes, a.created, a.width, a.height, "
     "a.orientation, a.duration, a.latitude, a.longitude, a.selfie, (f.id IS NOT NULL)";
 
-AssetRow assetFrom(SqliteStatement& s) {
-  AssetRow r;
+// The first seven columns of every asset query: what tells a file again (id, path, folder, size,
+// time, device, inode).
+void readFileColumns(SqliteStatement& s, AssetRow& r) {
   r.id = s.text(0);
   r.path = s.text(1);
   r.folder = s.text(2);
@@ -273,6 +274,11 @@ AssetRow assetFrom(SqliteStatement& s) {
   r.mtimeNs = s.int64(4);
   r.device = s.int64(5);
   r.inode = s.int64(6);
+}
+
+AssetRow assetFrom(SqliteStatement& s) {
+  AssetRow r;
+  readFileColumns(s, r);
   r.kind = static_cast<int>(s.int64(7));
   r.subtypes = static_cast<unsigned>(s.int64(8));
   r.created = s.optionalReal(9);
@@ -395,14 +401,8 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   auto take = [&](SqliteStatement& q) {
     while (q.step()) {
       AssetRow row;
-      row.id = q.text(0);
-      row.path = q.text(1);
+      readFileColumns(q, row);
       if (quick && walker.trusted.count(row.path.substr(0, row.path.rfind('/')))) continue;
-      row.folder = q.text(2);
-      row.size = q.int64(3);
-      row.mtimeNs = q.int64(4);
-      row.device = q.int64(5);
-      row.inode = q.int64(6);
       std::string path = row.path;
       known.emplace(std::move(path), std::move(row));
     }
