@@ -35,7 +35,7 @@ TEST_F(BridgeTest, ALabelShowsItsTextColourAndVisibility) {
   EXPECT_TRUE(view.hidden());
 }
 
-TEST_F(BridgeTest, AChangeIsToldOnceAndNoChangeNotAtAll) {
+TEST_F(BridgeTest, AChangeIsToldOnceAndNoChangeNotAtAllConstraintsToo) {
   auto label = std::make_shared<UILabel>();
   ViewObject view(label);
   QSignalSpy spy(&view, &ViewObject::changed);
@@ -46,19 +46,17 @@ TEST_F(BridgeTest, AChangeIsToldOnceAndNoChangeNotAtAll) {
   EXPECT_EQ(spy.count(), 1);
   label->setHidden(true);
   EXPECT_EQ(spy.count(), 2);
-}
 
-TEST_F(BridgeTest, AConstraintsConstantFollows) {
   auto constraint = std::make_shared<NSLayoutConstraint>();
   constraint->setConstant(120);
-  ViewObject view(constraint);
-  QSignalSpy spy(&view, &ViewObject::changed);
+  ViewObject constant(constraint);
+  QSignalSpy constantSpy(&constant, &ViewObject::changed);
   constraint->setConstant(50);
-  EXPECT_EQ(spy.count(), 1);
-  EXPECT_DOUBLE_EQ(view.constant(), 50);
+  EXPECT_EQ(constantSpy.count(), 1);
+  EXPECT_DOUBLE_EQ(constant.constant(), 50);
 }
 
-TEST_F(BridgeTest, APressSendsTheWiredActionsUnlessDisabledOrHidden) {
+TEST_F(BridgeTest, APressSendsTheWiredActionsUnlessDisabledHiddenOrMissing) {
   auto controller = std::make_shared<UIViewController>();
   int presses = 0;
   controller->registerAction("onImagesBtn:", [&](const std::shared_ptr<NSObject>&) { ++presses; });
@@ -73,13 +71,10 @@ TEST_F(BridgeTest, APressSendsTheWiredActionsUnlessDisabledOrHidden) {
   button->setHidden(true);
   EXPECT_FALSE(view.press());
   EXPECT_EQ(presses, 1);
-}
-
-TEST_F(BridgeTest, AnOutletThatIsMissingIsHiddenAndPressesNothing) {
-  ViewObject view(nullptr);
-  EXPECT_FALSE(view.valid());
-  EXPECT_TRUE(view.hidden());
-  EXPECT_FALSE(view.press());
+  ViewObject missing(nullptr);  // an outlet the scene never filled
+  EXPECT_FALSE(missing.valid());
+  EXPECT_TRUE(missing.hidden());
+  EXPECT_FALSE(missing.press());
 }
 
 TEST_F(BridgeTest, PicturesBecomeAddressesTheProviderAnswers) {

@@ -20,6 +20,7 @@ using namespace testing;
 class LibraryIndexTest : public ::testing::Test {
  protected:
   void SetUp() override {
+    fs::create_directories(root / "cache");
     fs::create_directories(root / "Pictures/Trips/Rome");
     fs::create_directories(root / "Videos");
     SampleExif dated;
@@ -47,7 +48,6 @@ class LibraryIndexTest : public ::testing::Test {
 };
 
 TEST_F(LibraryIndexTest, FirstScanReadsEveryMediaFileAndMakesAnAlbumPerFolder) {
-  fs::create_directories(root / "cache");
   LibraryIndex index(indexPath());
   ASSERT_TRUE(index.ok()) << index.error();
   auto report = index.scanPhotos(roots());
@@ -69,7 +69,6 @@ TEST_F(LibraryIndexTest, FirstScanReadsEveryMediaFileAndMakesAnAlbumPerFolder) {
 }
 
 TEST_F(LibraryIndexTest, RescanSkipsUnchangedFilesAndRereadsChangedOnes) {
-  fs::create_directories(root / "cache");
   LibraryIndex index(indexPath());
   index.scanPhotos(roots());
   auto again = index.scanPhotos(roots());
@@ -88,7 +87,6 @@ TEST_F(LibraryIndexTest, RescanSkipsUnchangedFilesAndRereadsChangedOnes) {
 }
 
 TEST_F(LibraryIndexTest, IdentifiersStayAcrossRunsAndAcrossMovesInsideTheLibrary) {
-  fs::create_directories(root / "cache");
   std::string before;
   {
     LibraryIndex index(indexPath());
@@ -110,7 +108,6 @@ TEST_F(LibraryIndexTest, IdentifiersStayAcrossRunsAndAcrossMovesInsideTheLibrary
 }
 
 TEST_F(LibraryIndexTest, DeletedFilesAndFoldersLeaveTheIndex) {
-  fs::create_directories(root / "cache");
   LibraryIndex index(indexPath());
   index.scanPhotos(roots());
   auto favourite = byName(index)["c.jpg"].id;
@@ -124,7 +121,6 @@ TEST_F(LibraryIndexTest, DeletedFilesAndFoldersLeaveTheIndex) {
 }
 
 TEST_F(LibraryIndexTest, AMissingRootKeepsWhatWasKnownOfIt) {
-  fs::create_directories(root / "cache");
   LibraryIndex index(indexPath());
   index.scanPhotos(roots());
   fs::rename(root / "Videos", root / "Unplugged");
@@ -134,7 +130,6 @@ TEST_F(LibraryIndexTest, AMissingRootKeepsWhatWasKnownOfIt) {
 }
 
 TEST_F(LibraryIndexTest, SmartAlbumIdentifiersAreMadeOnceAndKept) {
-  fs::create_directories(root / "cache");
   std::string first;
   {
     LibraryIndex index(indexPath());
@@ -163,8 +158,7 @@ class QuickScanTest : public LibraryIndexTest {
  protected:
   void SetUp() override {
     LibraryIndexTest::SetUp();
-    fs::create_directories(root / "cache");
-    backdate();
+      backdate();
     index = std::make_unique<LibraryIndex>(indexPath());
     index->setSettleSeconds(0);
     index->scanPhotos(roots());
@@ -237,7 +231,6 @@ TEST_F(QuickScanTest, RemovedFoldersMovesAndNewRootsAreSeen) {
 
 
 TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
-  fs::create_directories(root / "cache");
   const fs::path pictures = root / "Pictures";
   // Truncated inside its metadata, and one whose EXIF block is noise.
   ASSERT_TRUE(writeSampleJpeg(pictures / "whole.jpg", 64, 48));
@@ -284,7 +277,6 @@ TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
 }
 
 TEST_F(LibraryIndexTest, ManyFilesAreReadSideBySideAndEachKeepsItsOwnFacts) {
-  fs::create_directories(root / "cache");
   fs::create_directories(root / "Pictures/Many");
   constexpr int kCount = 150;  // enough for the readers to share the work
   for (int i = 0; i < kCount; ++i) {
