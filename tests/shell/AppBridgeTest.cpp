@@ -76,7 +76,7 @@ TEST_F(AppBridgeTest, ThePresentedScreenIsModalWithItsStyle) {
   EXPECT_EQ(bridge.screens()->top()->screenId(), "Root");
 }
 
-TEST_F(AppBridgeTest, EscapeUsesTheScreensOwnBackAndNeverPopsAScreenWithoutOne) {
+TEST_F(AppBridgeTest, EscapeUsesTheScreensOrPanelsOwnWayOutAndNeverPopsAScreenWithoutOne) {
   AppBridge bridge;
   nav()->setNavigationBarHidden(true, false);  // screens that draw their own header
   auto next = std::make_shared<UIViewController>();
@@ -88,6 +88,18 @@ TEST_F(AppBridgeTest, EscapeUsesTheScreensOwnBackAndNeverPopsAScreenWithoutOne) 
   next->registerAction("onBackBtn:", [&](const std::shared_ptr<NSObject>&) { ++backs; });
   EXPECT_TRUE(bridge.back());
   EXPECT_EQ(backs, 1);
+
+  // A panel leaves by its own way out; its action decides, not the shell.
+  auto panel = std::make_shared<UIViewController>();
+  int exits = 0;
+  panel->registerAction("onExitBtn:", [&](const std::shared_ptr<NSObject>&) { ++exits; });
+  panel->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
+  next->presentViewController(panel, false, nullptr);
+  loop_.settle();
+  EXPECT_TRUE(bridge.back());
+  EXPECT_EQ(exits, 1);
+  EXPECT_EQ(nav()->presentedViewController(), panel);
+  EXPECT_EQ(backs, 1) << "the screen below is not asked";
 }
 
 TEST_F(AppBridgeTest, EscapeIsTheBarsBackButtonWhileTheBarShows) {
@@ -107,19 +119,6 @@ TEST_F(AppBridgeTest, EscapeIsTheBarsBackButtonWhileTheBarShows) {
   loop_.settle();
   EXPECT_EQ(nav()->viewControllers().size(), 1u);
   EXPECT_FALSE(bridge.back()) << "the root is never popped";
-}
-
-TEST_F(AppBridgeTest, EscapeLeavesAPanelByItsOwnWayOut) {
-  AppBridge bridge;
-  auto panel = std::make_shared<UIViewController>();
-  int exits = 0;
-  panel->registerAction("onExitBtn:", [&](const std::shared_ptr<NSObject>&) { ++exits; });
-  panel->setModalPresentationStyle(UIModalPresentationStyle::overCurrentContext);
-  root->presentViewController(panel, false, nullptr);
-  loop_.settle();
-  EXPECT_TRUE(bridge.back());
-  EXPECT_EQ(exits, 1);
-  EXPECT_EQ(nav()->presentedViewController(), panel) << "the panel's action decides, not the shell";
 }
 
 TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {
