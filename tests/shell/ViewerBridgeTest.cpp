@@ -164,20 +164,6 @@ TEST_F(ViewerBridgeTest, TheTitleViewsRunsKeepTheirSizes) {
   EXPECT_EQ(view.text(), "Lisbon\nMarch 1, 2026");
 }
 
-TEST_F(ViewerBridgeTest, ABarButtonShowsItsGlyphAndAPressSendsItsAction) {
-  auto controller = std::make_shared<UIViewController>();
-  std::shared_ptr<NSObject> sender;
-  controller->registerAction("pausePressedWithSender:", [&](const std::shared_ptr<NSObject>& s) { sender = s; });
-  auto item = std::make_shared<UIBarButtonItem>(UIBarButtonItem::pause, controller, "pausePressedWithSender:");
-  ViewObject view(item);
-  EXPECT_EQ(view.type(), "UIBarButtonItem");
-  EXPECT_EQ(view.image(), "image://nimbrel/asset/pause");
-  EXPECT_TRUE(view.press());
-  EXPECT_EQ(sender, item);
-  ViewObject play(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, controller, "x:"));
-  EXPECT_EQ(play.image(), "image://nimbrel/asset/play");
-}
-
 TEST_F(ViewerBridgeTest, TheLivePhotoItsBadgeAndTheViewsAnimationRecordsAreRead) {
   auto live = std::make_shared<PHLivePhotoView>();
   EXPECT_EQ(snapshotOf(live)["image"].toString(), "");
@@ -263,7 +249,7 @@ class StatusScreen : public UIViewController {
   bool prefersStatusBarHidden() const override { return hide; }
 };
 
-TEST_F(ViewerBridgeTest, AScreensChromeFollowsTheStackItsItemAndItsStatusBar) {
+TEST_F(ViewerBridgeTest, AScreensChromeFollowsTheStackItsItemsAndItsStatusBar) {
   auto root = std::make_shared<UIViewController>();
   UIStoryboard::setInitialScene("T", [root] {
     auto nav = UINavigationController::withRoot(root);
@@ -296,9 +282,16 @@ TEST_F(ViewerBridgeTest, AScreensChromeFollowsTheStackItsItemAndItsStatusBar) {
   viewer->navigationItem().setTitleView(label);
   ASSERT_TRUE(screen->titleView());
   EXPECT_EQ(screen->titleView()->object(), label);
-  viewer->registerAction("play:", [](const std::shared_ptr<NSObject>&) {});
-  viewer->navigationItem().setRightBarButtonItem(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, viewer, "play:"), true);
+  std::shared_ptr<NSObject> sender;
+  viewer->registerAction("pause:", [&](const std::shared_ptr<NSObject>& s) { sender = s; });
+  auto pause = std::make_shared<UIBarButtonItem>(UIBarButtonItem::pause, viewer, "pause:");
+  viewer->navigationItem().setRightBarButtonItem(pause, true);
   ASSERT_TRUE(screen->rightBarButton());
+  EXPECT_EQ(screen->rightBarButton()->type(), "UIBarButtonItem");
+  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/pause");
+  EXPECT_TRUE(screen->rightBarButton()->press());
+  EXPECT_EQ(sender, pause);
+  viewer->navigationItem().setRightBarButtonItem(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, viewer, "pause:"), true);
   EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/play");
   viewer->navigationItem().setRightBarButtonItem(nullptr, true);
   EXPECT_FALSE(screen->rightBarButton());
