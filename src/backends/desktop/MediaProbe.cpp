@@ -40,17 +40,22 @@ std::string lower(std::string_view s) {
   return out;
 }
 
+std::tm calendarTime(int year, int month, int day, int hour, int minute, int second) {
+  std::tm tm{};
+  tm.tm_year = year - 1900;
+  tm.tm_mon = month - 1;
+  tm.tm_mday = day;
+  tm.tm_hour = hour;
+  tm.tm_min = minute;
+  tm.tm_sec = second;
+  return tm;
+}
+
 std::optional<double> videoTagDate(const char* text) {
   // "2023-05-01T10:00:00.000000Z" or "2023-05-01T12:00:00+0200"
   int y, mo, d, h, mi, s;
   if (std::sscanf(text, "%d-%d-%dT%d:%d:%d", &y, &mo, &d, &h, &mi, &s) != 6) return std::nullopt;
-  std::tm tm{};
-  tm.tm_year = y - 1900;
-  tm.tm_mon = mo - 1;
-  tm.tm_mday = d;
-  tm.tm_hour = h;
-  tm.tm_min = mi;
-  tm.tm_sec = s;
+  std::tm tm = calendarTime(y, mo, d, h, mi, s);
   double seconds = static_cast<double>(::timegm(&tm));
   std::string_view rest(text);
   rest = rest.substr(std::min<size_t>(rest.size(), 19));
@@ -95,13 +100,7 @@ std::optional<double> parseExifDateTime(std::string_view text, std::string_view 
   int y, mo, d, h, mi, s;
   std::string t(text);
   if (std::sscanf(t.c_str(), "%d:%d:%d %d:%d:%d", &y, &mo, &d, &h, &mi, &s) != 6 || y < 1800) return std::nullopt;
-  std::tm tm{};
-  tm.tm_year = y - 1900;
-  tm.tm_mon = mo - 1;
-  tm.tm_mday = d;
-  tm.tm_hour = h;
-  tm.tm_min = mi;
-  tm.tm_sec = s;
+  std::tm tm = calendarTime(y, mo, d, h, mi, s);
   int oh, om;
   char sign;
   std::string o(offset);
