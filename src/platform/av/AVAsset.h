@@ -19,6 +19,8 @@ class AVAsset : public NSObject {
 class AVURLAsset : public AVAsset {
  public:
   explicit AVURLAsset(URL url, double durationSeconds = 0) : AVAsset(durationSeconds), url_(std::move(url)) {}
+  // The media at `url`, its duration read from the file behind it (indefinite when unreadable).
+  static std::shared_ptr<AVURLAsset> assetWithURL(const URL& url);
   const URL& url() const { return url_; }
 
  private:

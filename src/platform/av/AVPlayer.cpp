@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "platform/av/MediaDurations.h"
+#include "platform/av/MediaURL.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/RunLoop.h"
@@ -18,7 +19,7 @@ std::vector<std::weak_ptr<AVPlayer>>& registry() {
 }  // namespace
 
 AVPlayer::AVPlayer(const URL& url)
-    : item_(std::make_shared<AVPlayerItem>(url, MediaDurations::current()->durationOfFile(url.path()))) {}
+    : item_(std::make_shared<AVPlayerItem>(url, MediaDurations::current()->durationOfFile(mediaFilePath(url)))) {}
 
 AVPlayer::~AVPlayer() = default;
 
