@@ -1,6 +1,7 @@
 #include "platform/PlatformState.h"
 
 #include "platform/ads/ALSdk.h"
+#include "platform/av/AVAssetExportSession.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/foundation/NSNotificationCenter.h"
@@ -20,7 +21,9 @@
 #include "platform/services/FIRApp.h"
 #include "platform/services/NetworkReachability.h"
 #include "platform/services/PermissionAuthority.h"
+#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/TextMeasurer.h"
+#include "platform/uikit/UIColorCatalog.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINib.h"
@@ -44,6 +47,9 @@ void resetPlatformState() {
   VolumeInfoSource::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
+  AssetExporter::install(nullptr);
+  ImageDecoder::install(nullptr);
+  UIColorCatalog::reset();
   NSNotificationCenter::defaultCenter().reset();
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();

@@ -1,5 +1,6 @@
 #include "app/storyboard/MainStoryboard.h"
 
+#include "app/kit/AppThemeColor.h"
 #include "app/storyboard/AudioScene.h"
 #include "app/storyboard/CellNibs.h"
 #include "app/storyboard/HomeScene.h"
@@ -8,12 +9,15 @@
 #include "app/storyboard/StorageAnalysisScene.h"
 #include "app/storyboard/NativeAdNib.h"
 #include "app/storyboard/SplashScene.h"
+#include "platform/uikit/UIColorCatalog.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIStoryboard.h"
 
 namespace nimbrel {
 
 void registerMainStoryboard() {
+  // The asset catalogue's colours.
+  UIColorCatalog::registerColor("AppColor", AppThemeColor().AppTheme());
   UIStoryboard::registerScene("Main", "SplashVC", makeSplashScene);
   UIStoryboard::registerScene("Main", "HomeViewController", makeHomeScene);
   UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
