@@ -13,6 +13,7 @@
 #include "platform/foundation/NSTimeZone.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/SharedInstance.h"
+#include "platform/foundation/FileCreationDateSource.h"
 #include "platform/foundation/VolumeInfoSource.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/mediaplayer/MediaLibrarySource.h"
@@ -21,6 +22,7 @@
 #include "platform/services/NetworkReachability.h"
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/TextMeasurer.h"
+#include "platform/uikit/DocumentPickerSource.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINib.h"
@@ -42,6 +44,8 @@ void resetPlatformState() {
   PhotoLibrarySource::install(nullptr);
   MediaLibrarySource::install(nullptr);
   VolumeInfoSource::install(nullptr);
+  FileCreationDateSource::install(nullptr);
+  DocumentPickerSource::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
   NSNotificationCenter::defaultCenter().reset();

@@ -1,6 +1,7 @@
 #include "app/storyboard/MainStoryboard.h"
 
 #include "app/storyboard/CellNibs.h"
+#include "app/storyboard/DocumentsScene.h"
 #include "app/storyboard/HomeScene.h"
 #include "app/storyboard/ImagesScene.h"
 #include "app/storyboard/InfoScenes.h"
@@ -16,6 +17,7 @@ void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "SplashVC", makeSplashScene);
   UIStoryboard::registerScene("Main", "HomeViewController", makeHomeScene);
   UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
+  UIStoryboard::registerScene("Main", "DocumentsVC", makeDocumentsScene);
   UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
   UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
   UIStoryboard::registerScene("Main", "InfoVC", makeInfoScene);
