@@ -73,6 +73,18 @@ void DocumentVC::requestAccess(std::function<void()> granted) {
 
 // ---- The list ----
 
+void DocumentVC::installSelectionClosure() {
+  bool hadSelection = !viewModel->selectedItems().empty();
+  installDidToggleSelectionOnAlbums();
+  std::weak_ptr<AlbumsViewModel> weakList = viewModel;
+  auto frames = viewModel->didToggleSelection;
+  viewModel->didToggleSelection = [frames, weakList](bool hasSelection) {
+    frames(hasSelection);
+    if (auto list = weakList.lock(); list && !hasSelection) list->setAllSelected(false);
+  };
+  if (!hadSelection) viewModel->setAllSelected(false);
+}
+
 void DocumentVC::showListAfterChange() {
   auto weak = weakSelf<DocumentVC>();
   // One turn later, as the platform's main-queue hop does, though this already runs on main.
@@ -80,7 +92,7 @@ void DocumentVC::showListAfterChange() {
     auto self = weak.lock();
     if (!self) return;
     self->albumsCollectionView->reloadData();
-    self->installDidToggleSelectionOnAlbums();
+    self->installSelectionClosure();
   });
 }
 
@@ -91,7 +103,7 @@ void DocumentVC::reloadDocuments() {
   if (urls->empty()) {
     viewModel = std::make_shared<AlbumsViewModel>();
     albumsCollectionView->reloadData();
-    installDidToggleSelectionOnAlbums();
+    installSelectionClosure();
     return;
   }
   albumModelsArr.reserve(urls->size());
@@ -164,7 +176,7 @@ void DocumentVC::documentPickerDidPickDocumentAtURL(UIDocumentPickerViewControll
       if (!self) return;
       self->albumModelsArr.push_back(model);
       self->albumsCollectionView->reloadData();
-      self->installDidToggleSelectionOnAlbums();
+      self->installSelectionClosure();
     });
     return;
   }

@@ -107,7 +107,7 @@ TEST_F(DocumentVCTest, AnImportMovesThePickedFileAndATakenNameIsRefusedWithBothF
 TEST_F(DocumentVCTest, CellsShowIconSizeAndInTheListTheCreationDateWithOneBlank) {
   const std::string docs = R"("documents": [{"name": "report.pdf", "size": 1234, "created": "2026-02-02T08:00:00Z"},
       {"name": "README", "size": 5}, {"name": "SCAN.PDF", "size": 2048}])";
-  auto grid = open("{" + docs + "}");
+  auto grid = open(R"({"preferences": {"isFirstTime": false, "kIsListView": false}, )" + docs + "}");
   EXPECT_EQ(cellText(*grid, 0), "1.21 KB | icon_pdf");
   EXPECT_EQ(cellText(*grid, 1), "5 bytes | icon_folder");
   EXPECT_EQ(cellText(*grid, 2), "2.00 KB | file_other");
@@ -131,13 +131,14 @@ TEST_F(DocumentVCTest, ElevenDocumentsAreSharedAtOnce) {
   for (int i = 0; i < 11; ++i) docs += std::string(i ? "," : "") + R"({"name": "d)" + std::to_string(i) + R"(.txt"})";
   auto screen = open(R"({"documents": [)" + docs + "]}");
   longPressRow(*screen, 0);
-  press(*screen, "onSelectAllBtn:");
+  for (long row = 1; row < 11; ++row) tapRow(*screen, row);
   ASSERT_EQ(screen->viewModel->selectedItems().size(), 11u);
   press(*screen, "onShareBtn:");
   auto sheet = std::dynamic_pointer_cast<UIActivityViewController>(nav()->presentedViewController());
   ASSERT_TRUE(sheet);
   EXPECT_EQ(sheet->activityItems().size(), 11u);
-  EXPECT_FALSE(SVProgressHUD::state().visible);
+  advance(1);
+  EXPECT_FALSE(SVProgressHUD::state().visible) << "the overlay goes once the sheet is made";
   EXPECT_EQ(screen->albumsCollectionView->tag(), 0) << "selection mode ends while the sheet is up";
 }
 
