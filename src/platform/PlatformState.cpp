@@ -14,6 +14,7 @@
 #include "platform/foundation/NSTimeZone.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/SharedInstance.h"
+#include "platform/foundation/FileCreationDateSource.h"
 #include "platform/foundation/VolumeInfoSource.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/mediaplayer/MediaLibrarySource.h"
@@ -24,6 +25,7 @@
 #include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/TextMeasurer.h"
 #include "platform/uikit/UIColorCatalog.h"
+#include "platform/uikit/DocumentPickerSource.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINib.h"
@@ -45,6 +47,8 @@ void resetPlatformState() {
   PhotoLibrarySource::install(nullptr);
   MediaLibrarySource::install(nullptr);
   VolumeInfoSource::install(nullptr);
+  FileCreationDateSource::install(nullptr);
+  DocumentPickerSource::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
   AssetExporter::install(nullptr);

@@ -3,6 +3,7 @@
 #include "app/kit/AppThemeColor.h"
 #include "app/storyboard/AudioScene.h"
 #include "app/storyboard/CellNibs.h"
+#include "app/storyboard/DocumentsScene.h"
 #include "app/storyboard/HomeScene.h"
 #include "app/storyboard/ImagesScene.h"
 #include "app/storyboard/InfoScenes.h"
@@ -23,6 +24,7 @@ void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
   UIStoryboard::registerScene("Main", "AudioVC", makeAudioScene);
   UIStoryboard::registerScene("Main", "MusicPlayerVC", makeMusicPlayerScene);
+  UIStoryboard::registerScene("Main", "DocumentsVC", makeDocumentsScene);
   UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
   UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
   UIStoryboard::registerScene("Main", "InfoVC", makeInfoScene);

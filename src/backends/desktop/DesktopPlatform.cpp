@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "backends/desktop/DemoAdNetwork.h"
+#include "backends/desktop/DesktopDocumentPicker.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopPermissions.h"
@@ -141,6 +142,7 @@ DesktopPlatform::DesktopPlatform(Options options)
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
   MediaDurations::install(std::make_shared<DesktopMediaDurations>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
+  DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
 }

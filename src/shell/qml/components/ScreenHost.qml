@@ -26,7 +26,8 @@ Item {
         "LivePreviewViewController": "PreviewViewController.qml",
         "VideoPreviewViewController": "PreviewViewController.qml",
         "AVPlayerViewController": "AVPlayerViewController.qml",
-        "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml"
+        "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml",
+        "DocumentsVC": "DocumentsVC.qml", "QLPreviewController": "QLPreviewController.qml"
     })
 
     Rectangle {   // the dim behind a modal screen
