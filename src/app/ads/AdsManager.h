@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/ads/GADAdLoader.h"
 #include "platform/ads/GADInterstitialAd.h"
 #include "platform/foundation/Date.h"
 #include "platform/foundation/NSObject.h"
@@ -15,8 +16,6 @@ class AdsManagerDelegate {
   virtual void didReceiveNativeAds() = 0;
   virtual void willDismissAd() = 0;
 };
-
-struct GADNativeAd {};
 
 // Keeps one Google interstitial loaded. Nothing in the program presents it.
 class AdsManager : public NSObject, public GADFullScreenContentDelegate {

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/ads/AppLovinNativeAdManual.h"
+#include "app/ads/GoogleNativeAds.h"
 #include "platform/libs/MGCollapsingHeaderView.h"
 #include "platform/photos/PHImageManager.h"
 #include "platform/uikit/NSLayoutConstraint.h"
@@ -46,6 +47,8 @@ class HomeViewController : public UIViewController,
   bool isShowNativeAds = false;
   bool isFirstTime = false;
   std::shared_ptr<AppLovinNativeAdManual> appLovinNativeAd = std::make_shared<AppLovinNativeAdManual>();
+  // Built with the screen, its four layouts from their nibs; nothing calls it further.
+  std::shared_ptr<GoogleNativeAds> googleNativeAds = std::make_shared<GoogleNativeAds>();
 
   void viewDidLoad() override { UIViewController::viewDidLoad(); }
   // Neither calls the base class; all the work is here, at every appearance.

@@ -37,6 +37,7 @@ void registerMainStoryboard() {
     return std::static_pointer_cast<UIViewController>(nav);
   });
   registerNativeAdNib();
+  registerGoogleNativeAdNibs();
   registerCellNibs();
 }
 

@@ -1,5 +1,6 @@
 #include "app/storyboard/NativeAdNib.h"
 
+#include "app/ads/GoogleNativeAdsCustomeViews.h"
 #include "platform/ads/MANativeAdView.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIImageView.h"
@@ -45,6 +46,28 @@ void registerNativeAdNib() {
         makeLayout(390, 120, false),
     };
   });
+}
+
+namespace {
+
+// A layout of one Google native view: the ad view filling it.
+template <class View>
+void registerGoogleLayout(double height) {
+  UINib::registerNib(View::kTypeName, [height] {
+    auto view = std::make_shared<View>(CGRectMake(0, 0, 390, height));
+    view->adUIView = std::make_shared<GADNativeAdView>(view->bounds());
+    view->addSubview(view->adUIView);
+    return std::vector<std::shared_ptr<NSObject>>{view};
+  });
+}
+
+}  // namespace
+
+void registerGoogleNativeAdNibs() {
+  registerGoogleLayout<GoogleNativeAdsCustomeView1>(120);
+  registerGoogleLayout<GoogleNativeAdsCustomeView2>(300);
+  registerGoogleLayout<GoogleNativeAdsCustomeView3>(250);
+  registerGoogleLayout<GoogleNativeAdsCustomeView4>(90);
 }
 
 }  // namespace nimbrel

@@ -14,6 +14,9 @@ std::shared_ptr<PreviewViewController> PreviewViewController::make() {
 }
 
 void PreviewViewController::construct() {
+  // A viewer made in code reads presentation style 0 until someone presents it otherwise, so a
+  // pushed one turns black in full screen.
+  setModalPresentationStyle(UIModalPresentationStyle::fullScreen);
   registerAction("didSingleTap:", [this](const std::shared_ptr<NSObject>& s) { didSingleTap(s); });
   registerAction("didDoubleTap:", [this](const std::shared_ptr<NSObject>& s) { didDoubleTap(s); });
   auto self = weakSelf<UIResponder>();

@@ -67,8 +67,7 @@ TEST_F(ViewersTest, DoubleTapZoomsToTwoAroundTheTouchAndBackToOne) {
   EXPECT_NEAR(viewer->scrollView->zoomScale(), 2.0, 1e-9);
   EXPECT_TRUE(viewer->fullscreen()) << "zooming in enters full screen";
   EXPECT_TRUE(nav()->isNavigationBarHidden());
-  EXPECT_EQ(viewer->view()->backgroundColor(), UIColor::whiteColor())
-      << "a pushed viewer keeps white: only presentation style 0 turns black";
+  EXPECT_EQ(viewer->view()->backgroundColor(), UIColor::blackColor()) << "a pushed viewer reads style 0";
   viewer->doubleTapRecognizer->recognize(UIGestureRecognizerState::ended, {100, 200});
   settle();
   EXPECT_EQ(viewer->scrollView->zoomScale(), 1.0);
