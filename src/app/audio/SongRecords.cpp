@@ -32,10 +32,14 @@ PhotoModel songRecord(const MPMediaItem& song) {
     fatalError("Double value cannot be converted to Int because it is outside the representable range", kFile, 0);
   }
   model.duration = static_cast<long>(seconds);
+  model.size = Units(songFileSize(song));
+  return model;
+}
+
+std::int64_t songFileSize(const MPMediaItem& song) {
   std::int64_t bytes = 0;
   if (auto value = song.valueForProperty("fileSize"); value && value->isInteger()) bytes = value->integer();
-  model.size = Units(static_cast<std::int64_t>(bytesThroughFloat(bytes, kFile, 0)));
-  return model;
+  return static_cast<std::int64_t>(bytesThroughFloat(bytes, kFile, 0));
 }
 
 std::optional<UIImage> songArtwork(const MPMediaItem& song, CGSize size) {

@@ -21,6 +21,9 @@ AlbumModel albumRecord(const MPMediaItemCollection& album);
 // finite 64-bit number ends the process) and "fileSize" read through a float (0 when absent).
 PhotoModel songRecord(const MPMediaItem& song);
 
+// The song's "fileSize" as NSNumber's float gives it back; 0 when absent.
+std::int64_t songFileSize(const MPMediaItem& song);
+
 // The song's artwork at `size`, or the music placeholder when it has none or it does not render.
 std::optional<UIImage> songArtwork(const MPMediaItem& song, CGSize size);
 

@@ -181,9 +181,8 @@ void HomeViewController::pushScene(const std::string& identifier) {
   if (!nav) return;
   auto controller = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier(identifier);
   if (!controller) {
-    // A screen this build does not have yet: nothing is pushed.
-    NSLog("The screen \"" + identifier + "\" is not part of this build.");
-    return;
+    fatalError("Storyboard (<UIStoryboard>) doesn't contain a view controller with identifier '" + identifier + "'",
+               "UIStoryboard", 0);
   }
   nav->pushViewController(controller, true);
 }

@@ -184,8 +184,9 @@ std::shared_ptr<UICollectionViewCell> BrowseScreen<AlbumList>::collectionViewCel
     UICollectionView& collectionView, const NSIndexPath& indexPath) {
   long row = indexPath.item;
   if (isAdRow(row)) return makeAdRowCell();
-  const char* identifier = isAlBumsDisplay ? (isList ? "albumListCell" : "albumGridCell")
-                                           : (isList ? "photosListCell" : "photosGridCell");
+  bool albumLayouts = isAlBumsDisplay && !albumLevelUsesItemLayouts();
+  const char* identifier = albumLayouts ? (isList ? "albumListCell" : "albumGridCell")
+                                        : (isList ? "photosListCell" : "photosGridCell");
   auto cell = std::dynamic_pointer_cast<albumsCollectionViewCell>(
       collectionView.dequeueReusableCellWithReuseIdentifier(identifier, indexPath));
   bool multiple = false;
@@ -346,7 +347,7 @@ void BrowseScreen<AlbumList>::installDidToggleSelectionOnAlbums() {
   auto weak = weakScreen();
   std::weak_ptr<AlbumList> weakList = viewModel;
   // Where the album flag holds the one list of items, its closure is the items' own.
-  bool albumClosure = !selectionAtAlbumLevel();
+  bool albumClosure = closureMarksItemList();
   viewModel->didToggleSelection = [weak, weakList, albumClosure](bool hasSelection) {
     auto self = weak.lock();
     auto list = weakList.lock();

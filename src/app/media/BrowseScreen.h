@@ -164,6 +164,11 @@ class BrowseScreen : public UIViewController,
   virtual void menuChose(const std::string& entry);
   // Where selection mode lives: the item level, or the one list at the album flag.
   virtual bool selectionAtAlbumLevel() const { return false; }
+  // Whose flags the album list's selection closure sets outside selection mode: the item list's
+  // on a screen with albums, the list's own where it holds the items.
+  virtual bool closureMarksItemList() const { return !selectionAtAlbumLevel(); }
+  // A list of items at the album flag is drawn with the item layouts.
+  virtual bool albumLevelUsesItemLayouts() const { return false; }
   // Some screens take the tap recogniser off the collection in selection mode; others only
   // disable it.
   virtual bool detachesTapInSelectionMode() const { return true; }

@@ -94,6 +94,7 @@ void buildBrowseScene(BrowseScreen<AlbumList>& screen, const BrowseSceneTexts& t
                                  {"btnDelete", "ic_delete", "onDeletBtn:"},
                                  {"btnFav", "ic_unfav", texts.favouriteSelector},
                                  {"btnInfo", "ic_info", "onInfoBtn:"}};
+  if (!texts.hasFavourite) buttons.erase(buttons.begin() + 2);
   if (!texts.hasDelete) buttons.erase(buttons.begin() + 1);
   double slot = w / static_cast<double>(buttons.size());
   int i = 0;

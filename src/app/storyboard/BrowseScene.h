@@ -14,6 +14,7 @@ struct BrowseSceneTexts {
   std::string favouriteSelector = "onFavBtn:";
   // Whether the edit bar has a delete button, and the favourite button an image view of its own.
   bool hasDelete = true;
+  bool hasFavourite = true;
   bool hasFavouriteImage = true;
 };
 

@@ -4,6 +4,7 @@
 #include "app/storyboard/AudioScene.h"
 #include "app/storyboard/CellNibs.h"
 #include "app/storyboard/DocumentsScene.h"
+#include "app/storyboard/HistoryScenes.h"
 #include "app/storyboard/HomeScene.h"
 #include "app/storyboard/ImagesScene.h"
 #include "app/storyboard/InfoScenes.h"
@@ -25,6 +26,8 @@ void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "AudioVC", makeAudioScene);
   UIStoryboard::registerScene("Main", "MusicPlayerVC", makeMusicPlayerScene);
   UIStoryboard::registerScene("Main", "DocumentsVC", makeDocumentsScene);
+  UIStoryboard::registerScene("Main", "RecentFilesVC", makeRecentFilesScene);
+  UIStoryboard::registerScene("Main", "FavouriteFilesVC", makeFavouriteFilesScene);
   UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
   UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
   UIStoryboard::registerScene("Main", "InfoVC", makeInfoScene);

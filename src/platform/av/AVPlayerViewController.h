@@ -10,9 +10,15 @@ class AVPlayerViewControllerDelegate {
   virtual ~AVPlayerViewControllerDelegate() = default;
 };
 
-// The system's full-screen player.
+// The system's full-screen player, with its own Done button ("doneButtonPressed:"): pause and leave.
 class AVPlayerViewController : public UIViewController {
  public:
+  AVPlayerViewController() {
+    registerAction("doneButtonPressed:", [this](const std::shared_ptr<NSObject>&) {
+      if (player) player->pause();
+      dismissViewControllerAnimated(true, nullptr);
+    });
+  }
   const char* className() const override { return "AVPlayerViewController"; }
   std::shared_ptr<AVPlayer> player;
   std::weak_ptr<AVPlayerViewControllerDelegate> delegate;
