@@ -1,6 +1,7 @@
 #include "platform/PlatformState.h"
 
 #include "platform/ads/ALSdk.h"
+#include "platform/av/AVAssetExportSession.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/foundation/NSNotificationCenter.h"
@@ -20,6 +21,7 @@
 #include "platform/services/FIRApp.h"
 #include "platform/services/NetworkReachability.h"
 #include "platform/services/PermissionAuthority.h"
+#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/TextMeasurer.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
@@ -44,6 +46,8 @@ void resetPlatformState() {
   VolumeInfoSource::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
+  ImageDecoder::install(nullptr);
+  AssetExporter::install(nullptr);
   NSNotificationCenter::defaultCenter().reset();
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();
