@@ -11,7 +11,7 @@ packages=(
   qml6-module-qtqml-workerscript qml6-module-qt-labs-lottieqt fonts-inter fonts-dejavu-core
   qt6-multimedia-dev qml6-module-qtmultimedia
   libsqlite3-dev libexiv2-dev libtag1-dev libjpeg-dev libpng-dev libheif-dev libmd-dev
-  libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
+  libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   exiv2 libvips-tools
 )
 missing=()

@@ -10,6 +10,8 @@
 #include <fstream>
 
 #include "backends/desktop/DemoAdNetwork.h"
+#include "backends/desktop/DesktopAssetExporter.h"
+#include "backends/desktop/DesktopImageDecoder.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopPermissions.h"
@@ -29,6 +31,7 @@
 #include "platform/mediaplayer/MediaLibrarySource.h"
 #include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/PermissionAuthority.h"
+#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/UIApplication.h"
 
 namespace nimbrel::desktop {
@@ -140,6 +143,8 @@ DesktopPlatform::DesktopPlatform(Options options)
   }
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
   MediaDurations::install(std::make_shared<DesktopMediaDurations>());
+  ImageDecoder::install(std::make_shared<DesktopImageDecoder>());
+  AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
