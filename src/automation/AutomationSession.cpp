@@ -8,6 +8,7 @@
 #include "app/core/Constant.h"
 #include "automation/CollectionTouch.h"
 #include "automation/TreeWriter.h"
+#include "platform/uikit/UISlider.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/av/AVPlayer.h"
 #include "platform/foundation/NSLog.h"
@@ -182,6 +183,12 @@ json AutomationSession::action(const json& request) {
   }
   if (!screen->respondsToSelector(selector)) {
     return failure(TreeWriter::screenId(*screen) + " has no action \"" + selector + "\"");
+  }
+  if (auto value = request.find("value"); value != request.end()) {
+    auto slider = std::dynamic_pointer_cast<UISlider>(sender);
+    if (!slider) return failure("\"value\" needs a slider as \"sender\"");
+    if (!value->is_number()) return failure("\"value\" must be a number");
+    slider->setValue(value->get<float>(), false);
   }
   screen->performAction(selector, sender);
   host_.settle();

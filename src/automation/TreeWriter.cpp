@@ -16,6 +16,7 @@
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
+#include "platform/uikit/UISlider.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIScrollView.h"
 
@@ -147,6 +148,11 @@ json TreeWriter::describeOutlet(const std::shared_ptr<NSObject>& object, const U
   }
   if (auto imageView = std::dynamic_pointer_cast<UIImageView>(view)) {
     out["image"] = imageValue(imageView->image());
+  }
+  if (auto slider = std::dynamic_pointer_cast<UISlider>(view)) {
+    out["value"] = slider->value();
+    out["minimum"] = slider->minimumValue();
+    out["maximum"] = slider->maximumValue();
   }
   if (auto scroll = std::dynamic_pointer_cast<UIScrollView>(view)) {
     out["contentOffset"] = {scroll->contentOffset().x, scroll->contentOffset().y};

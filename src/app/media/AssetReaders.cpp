@@ -45,17 +45,17 @@ float floatTowardZero(double v) {
   return f;
 }
 
-std::uint64_t unsignedFromFloat(float f, int line) {
+std::uint64_t unsignedFromFloat(float f, const char* file, int line) {
   if (!std::isfinite(f)) {
-    fatalError("Float value cannot be converted to UInt64 because it is either infinite or NaN", kFile, line);
+    fatalError("Float value cannot be converted to UInt64 because it is either infinite or NaN", file, line);
   }
   if (!(f > -1.0f)) {
     fatalError("Float value cannot be converted to UInt64 because the result would be less than UInt64.min",
-               kFile, line);
+               file, line);
   }
   if (f >= 18446744073709551616.0f) {
     fatalError("Float value cannot be converted to UInt64 because the result would be greater than UInt64.max",
-               kFile, line);
+               file, line);
   }
   if (f < 1.0f) return 0;
   return static_cast<std::uint64_t>(f);
@@ -72,7 +72,11 @@ std::optional<std::string> assetFileName(const PHAsset& asset) {
 std::uint64_t assetFileSize(const PHAsset& asset) {
   auto value = firstResourceFileSize(asset, kFileSizeLine);
   float f = value.isInteger() ? floatTowardZero(value.integer()) : floatTowardZero(value.real());
-  return unsignedFromFloat(f, kFileSizeLine);
+  return unsignedFromFloat(f, kFile, kFileSizeLine);
+}
+
+std::uint64_t bytesThroughFloat(std::int64_t bytes, const char* file, int line) {
+  return unsignedFromFloat(floatTowardZero(bytes), file, line);
 }
 
 std::string assetSizeText(const PHAsset& asset) {

@@ -17,6 +17,10 @@ std::optional<std::string> assetFileName(const PHAsset& asset);
 // the process.
 std::uint64_t assetFileSize(const PHAsset& asset);
 
+// A byte count read through NSNumber as a 32-bit float, as `assetFileSize` reads it; a negative
+// one ends the process (reported at `file`, `line`).
+std::uint64_t bytesThroughFloat(std::int64_t bytes, const char* file, int line);
+
 // `assetFileSize` in binary units ("2.29 MB").
 std::string assetSizeText(const PHAsset& asset);
 

@@ -62,6 +62,14 @@ void BrowseScreen<AlbumList>::viewDidLoad() {
   // The load closure holds the screen strongly: it outlives its load.
   requestAccess([self] { self->firstLoad(); });
   setUpHeader();
+  if (setsUpCollectionAtLoad()) setUpCollection();
+  if (offersInterstitialAtLoad()) AppLovinInterstitialsAd::shared()->offerInterstitial();
+  loadScreenNativeAd(appLovinNativeAd, this->template weakSelf<NSObject>(), BottomAdView);
+}
+
+template <class AlbumList>
+void BrowseScreen<AlbumList>::setUpCollection() {
+  auto self = this->template strongSelf<BrowseScreen>();
   registerLayouts();
   albumsCollectionView->setDelegate(std::shared_ptr<UICollectionViewDelegate>(self));
   albumsCollectionView->setDataSource(std::shared_ptr<UICollectionViewDataSource>(self));
@@ -76,9 +84,6 @@ void BrowseScreen<AlbumList>::viewDidLoad() {
   albumsCollectionView->addGestureRecognizer(tap);
   registerOutlet("tap", tap);
   registerOutlet("longPress", longPress);
-
-  if (offersInterstitialAtLoad()) AppLovinInterstitialsAd::shared()->offerInterstitial();
-  loadScreenNativeAd(appLovinNativeAd, this->template weakSelf<NSObject>(), BottomAdView);
 }
 
 template <class AlbumList>

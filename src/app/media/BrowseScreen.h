@@ -119,6 +119,8 @@ class BrowseScreen : public UIViewController,
   void onInfoBtn(const std::shared_ptr<NSObject>& sender);
 
   // Frame operations the screens build on.
+  // The layouts, the data source and delegates, the selection flags and both recognisers.
+  void setUpCollection();
   bool isSelectionModeOn() const;
   // Steps 1 to 6 shared by a long press and "Edit".
   void enterSelectionMode();
@@ -166,6 +168,8 @@ class BrowseScreen : public UIViewController,
   // disable it.
   virtual bool detachesTapInSelectionMode() const { return true; }
   virtual bool offersInterstitialAtLoad() const { return false; }
+  // A screen whose collection comes to life only once its list has loaded says false.
+  virtual bool setsUpCollectionAtLoad() const { return true; }
   virtual size_t shareLimit() const { return static_cast<size_t>(-1); }
   // Gathers what is shared for the selected items and calls `share` with it (or never).
   virtual void gatherShareItems(const std::shared_ptr<NSObject>& sender,

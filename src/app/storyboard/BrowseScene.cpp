@@ -90,17 +90,18 @@ void buildBrowseScene(BrowseScreen<AlbumList>& screen, const BrowseSceneTexts& t
     const char* icon;
     std::string selector;
   };
-  const Button buttons[] = {{"btnShare", "ic_share", "onShareBtn:"},
-                            {"btnDelete", "ic_delete", "onDeletBtn:"},
-                            {"btnFav", "ic_unfav", texts.favouriteSelector},
-                            {"btnInfo", "ic_info", "onInfoBtn:"}};
-  double slot = w / 4;
+  std::vector<Button> buttons = {{"btnShare", "ic_share", "onShareBtn:"},
+                                 {"btnDelete", "ic_delete", "onDeletBtn:"},
+                                 {"btnFav", "ic_unfav", texts.favouriteSelector},
+                                 {"btnInfo", "ic_info", "onInfoBtn:"}};
+  if (!texts.hasDelete) buttons.erase(buttons.begin() + 1);
+  double slot = w / static_cast<double>(buttons.size());
   int i = 0;
   for (const auto& b : buttons) {
     auto button = scene.outlet<UIButton>(b.name, screen.SelectEditView, CGRectMake(i * slot, 0, slot, editBar));
     button->setImage(UIImage::named(b.icon));
     scene.wire(button, b.selector);
-    if (std::string(b.name) == "btnFav") {
+    if (std::string(b.name) == "btnFav" && texts.hasFavouriteImage) {
       screen.imgFav = scene.outlet<UIImageView>("imgFav", button, CGRectMake(slot / 2 - 12, 18, 24, 24));
       screen.imgFav->setImage(UIImage::named("ic_unfav"));
     }

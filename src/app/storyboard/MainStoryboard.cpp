@@ -1,5 +1,6 @@
 #include "app/storyboard/MainStoryboard.h"
 
+#include "app/storyboard/AudioScene.h"
 #include "app/storyboard/CellNibs.h"
 #include "app/storyboard/HomeScene.h"
 #include "app/storyboard/ImagesScene.h"
@@ -16,6 +17,8 @@ void registerMainStoryboard() {
   UIStoryboard::registerScene("Main", "SplashVC", makeSplashScene);
   UIStoryboard::registerScene("Main", "HomeViewController", makeHomeScene);
   UIStoryboard::registerScene("Main", "ImagesVC", makeImagesScene);
+  UIStoryboard::registerScene("Main", "AudioVC", makeAudioScene);
+  UIStoryboard::registerScene("Main", "MusicPlayerVC", makeMusicPlayerScene);
   UIStoryboard::registerScene("Main", "StorageAnalysisVC", makeStorageAnalysisScene);
   UIStoryboard::registerScene("Main", "SettingVC", makeSettingScene);
   UIStoryboard::registerScene("Main", "InfoVC", makeInfoScene);

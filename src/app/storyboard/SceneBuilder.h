@@ -32,9 +32,9 @@ class SceneBuilder {
   }
 
   // The control sends `selector` to the controller when pressed.
-  void wire(const std::shared_ptr<UIControl>& control, const std::string& selector) {
-    control->addTarget(controller_.weakSelf<UIViewController>(), selector,
-                       UIControlEvents::touchUpInside);
+  void wire(const std::shared_ptr<UIControl>& control, const std::string& selector,
+            UIControlEvents event = UIControlEvents::touchUpInside) {
+    control->addTarget(controller_.weakSelf<UIViewController>(), selector, event);
   }
 
   std::shared_ptr<UIView> root() { return controller_.view(); }

@@ -298,7 +298,15 @@ void readMusic(const json& music, Fixture& f) {
         song.dateAdded = v->is_null() ? std::nullopt : std::optional<Date>(Date{date(*v, at + ".dateAdded")});
       }
       if (auto v = member(s, "hasAssetURL")) song.hasAssetURL = boolean(*v, at + ".hasAssetURL");
-      if (auto v = member(s, "artwork")) song.hasArtwork = boolean(*v, at + ".artwork");
+      if (auto v = member(s, "artwork")) {
+        // "unrenderable": the song has artwork that gives no picture at any size.
+        if (v->is_string() && v->get<std::string>() == "unrenderable") {
+          song.hasArtwork = true;
+          song.artworkRenders = false;
+        } else {
+          song.hasArtwork = boolean(*v, at + ".artwork");
+        }
+      }
       if (auto v = member(s, "readable")) song.readable = boolean(*v, at + ".readable");
       for (const auto& earlier : f.songs) {
         if (earlier.persistentID == song.persistentID) throw Bad{at + ".persistentID: used twice"};

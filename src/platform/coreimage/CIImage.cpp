@@ -4,7 +4,12 @@
 
 std::optional<CIImage> CIImage::imageWithImage(const UIImage& image) {
   const UIImage::Pixels* pixels = image.pixels();
-  if (!pixels || pixels->width <= 0 || pixels->height <= 0) return std::nullopt;
+  if (!pixels) {
+    // A catalogue picture: known by name only here, it renders at no size of its own.
+    auto named = std::make_shared<UIImage::Pixels>();
+    named->source = "asset:" + image.name();
+    return CIImage(std::move(named), {0, 0});
+  }
   auto copy = std::make_shared<UIImage::Pixels>(*pixels);
   if (copy->rgba.empty() && !copy->source.empty()) {
     if (auto decoder = ImageDecoder::current()) {

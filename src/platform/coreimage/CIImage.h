@@ -13,7 +13,6 @@ class CIImage {
  public:
   CIImage(std::shared_ptr<const UIImage::Pixels> pixels, CGPoint origin)
       : pixels_(std::move(pixels)), origin_(origin) {}
-  // No image for a picture without pixels or size (a named asset that no decoder can read).
   static std::optional<CIImage> imageWithImage(const UIImage& image);
 
   CGRect extent() const;

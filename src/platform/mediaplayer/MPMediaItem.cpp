@@ -1,6 +1,7 @@
 #include "platform/mediaplayer/MPMediaItem.h"
 
 std::optional<UIImage> MPMediaItemArtwork::imageWithSize(CGSize size) const {
+  if (!renders_) return std::nullopt;
   UIImage::Pixels pixels;
   pixels.width = static_cast<int>(size.width > 0 ? size.width : 1);
   pixels.height = static_cast<int>(size.height > 0 ? size.height : 1);
@@ -15,7 +16,7 @@ std::optional<URL> MPMediaItem::assetURL() const {
 
 std::shared_ptr<MPMediaItemArtwork> MPMediaItem::artwork() const {
   if (!record_->hasArtwork) return nullptr;
-  return std::make_shared<MPMediaItemArtwork>(record_->persistentID, record_->backingPath + "#artwork");
+  return std::make_shared<MPMediaItemArtwork>(record_->persistentID, record_->backingPath + "#artwork", record_->artworkRenders);
 }
 
 std::optional<PlistValue> MPMediaItem::valueForProperty(std::string_view property) const {

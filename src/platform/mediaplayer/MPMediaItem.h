@@ -26,13 +26,15 @@ inline constexpr const char* MPMediaItemPropertyAssetURL = "assetURL";
 // A song's artwork: renders at any size.
 class MPMediaItemArtwork : public NSObject {
  public:
-  MPMediaItemArtwork(std::uint64_t persistentID, std::string source)
-      : persistentID_(persistentID), source_(std::move(source)) {}
+  MPMediaItemArtwork(std::uint64_t persistentID, std::string source, bool renders = true)
+      : persistentID_(persistentID), source_(std::move(source)), renders_(renders) {}
+  // None when the artwork cannot be drawn.
   std::optional<UIImage> imageWithSize(CGSize size) const;
 
  private:
   std::uint64_t persistentID_;
   std::string source_;
+  bool renders_;
 };
 
 // One song of the music library.

@@ -18,6 +18,7 @@ struct MPMediaItemRecord {
   std::optional<Date> dateAdded;
   bool hasAssetURL = true;
   bool hasArtwork = true;
+  bool artworkRenders = true;
   // Whether the file behind the song can be read as timed media.
   bool readable = true;
   std::string backingPath;

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/uikit/UIViewController.h"
+
+namespace nimbrel {
+
+std::shared_ptr<UIViewController> makeAudioScene();
+std::shared_ptr<UIViewController> makeMusicPlayerScene();
+
+}  // namespace nimbrel
