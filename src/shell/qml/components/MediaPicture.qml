@@ -20,7 +20,7 @@ Item {
             readonly property bool hasPicture: media.hasVideo && media.error === MediaPlayer.NoError
             MediaPlayer {
                 id: media
-                source: root.player ? root.player.url : ""
+                source: root.player ? root.player.source : ""
                 videoOutput: output
                 audioOutput: AudioOutput {}
                 onMediaStatusChanged: follow()
