@@ -13,6 +13,7 @@ packages=(
   libsqlite3-dev libexiv2-dev libtag1-dev libjpeg-dev libpng-dev libheif-dev libmd-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   exiv2 libvips-tools
+  dbus-daemon dbus-bin
 )
 missing=()
 for p in "${packages[@]}"; do
