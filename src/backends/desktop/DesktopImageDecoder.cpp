@@ -1,5 +1,9 @@
 #include "backends/desktop/DesktopImageDecoder.h"
 
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <filesystem>
 #include <string_view>
 
 #include "backends/desktop/AudioTags.h"
@@ -24,6 +28,41 @@ std::optional<RgbaImage> decodeFile(const std::string& path, int width, int heig
   return oriented(*stored, orientation);
 }
 
+// Names a song's file as it is now: another cover, or the same file changed, is another name.
+std::optional<std::string> coverKey(const std::string& song) {
+  struct stat st;
+  if (::stat(song.c_str(), &st) != 0) return std::nullopt;
+  std::string text = song + '\n' + std::to_string(st.st_size) + '\n' + std::to_string(st.st_mtim.tv_sec) + '.' +
+                     std::to_string(st.st_mtim.tv_nsec);
+  std::uint64_t h = 1469598103934665603ull;  // FNV-1a: stable across runs and builds
+  for (unsigned char c : text) h = (h ^ c) * 1099511628211ull;
+  char hex[17];
+  std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(h));
+  return std::string(hex);
+}
+
+std::optional<RgbaImage> decodeCover(const std::string& song, int width, int height, const std::string& cache) {
+  const int side = DesktopImageDecoder::kCachedSide;
+  const bool cacheable = !cache.empty() && width <= side && height <= side;
+  std::optional<std::string> key = cacheable ? coverKey(song) : std::nullopt;
+  const std::string cached = key ? cache + "/" + *key + ".jpg" : std::string();
+  if (key) {
+    if (auto image = decodeJpegCovering(cached, width, height)) return image;
+  }
+  auto data = AudioTags::artworkData(song);
+  if (!data) return std::nullopt;
+  if (!key) return decodeImageData(*data, width, height);
+  auto full = decodeImageData(*data, side, side);
+  if (!full) return std::nullopt;
+  if (full->width <= side && full->height <= side) return full;  // small covers read fast as they are
+  auto [w, h] = fitInSquare(full->width, full->height, side);
+  RgbaImage kept = resized(*full, w, h);
+  std::error_code ec;
+  std::filesystem::create_directories(cache, ec);
+  writeJpeg(cached, kept, 92);
+  return kept;
+}
+
 }  // namespace
 
 std::optional<std::vector<std::uint8_t>> DesktopImageDecoder::decode(const UIImage::Pixels& picture) const {
@@ -31,8 +70,8 @@ std::optional<std::vector<std::uint8_t>> DesktopImageDecoder::decode(const UIIma
   const std::string& source = picture.source;
   std::optional<RgbaImage> image;
   if (source.size() > kArtworkSuffix.size() && source.ends_with(kArtworkSuffix)) {
-    auto data = AudioTags::artworkData(source.substr(0, source.size() - kArtworkSuffix.size()));
-    if (data) image = decodeImageData(*data, picture.width, picture.height);
+    image = decodeCover(source.substr(0, source.size() - kArtworkSuffix.size()), picture.width, picture.height,
+                        coverCache_);
   } else {
     image = decodeFile(source, picture.width, picture.height);
   }

@@ -142,8 +142,8 @@ DesktopPlatform::DesktopPlatform(Options options)
     });
   }
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
-  MediaDurations::install(std::make_shared<DesktopMediaDurations>());
-  ImageDecoder::install(std::make_shared<DesktopImageDecoder>());
+  MediaDurations::install(std::make_shared<DesktopMediaDurations>(music_));
+  ImageDecoder::install(std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers"));
   AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));

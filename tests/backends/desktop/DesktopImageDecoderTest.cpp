@@ -51,6 +51,31 @@ TEST(DesktopImageDecoderTest, EmbeddedCoversOfEachFormatFillTheBoxAroundTheirCen
   EXPECT_FALSE(AudioTags::artworkData(root / "cover.jpg"));
 }
 
+TEST(DesktopImageDecoderTest, ALargeCoverIsReadOnceIntoTheCacheUntilTheSongChanges) {
+  TempFolder root;
+  ASSERT_TRUE(writeSampleJpeg(root / "cover.jpg", 2400, 1200));
+  SampleSong song;
+  song.seconds = 0.5;
+  song.artworkJpeg = root / "cover.jpg";
+  ASSERT_TRUE(writeSampleSong(root / "a.mp3", song));
+  DesktopImageDecoder decoder(root / "covers");
+  auto first = decoder.decode(picture(root / "a.mp3#artwork", 40, 40));
+  ASSERT_TRUE(first);
+  EXPECT_TRUE(reddish(*first, 40, 4, 4));
+  std::vector<fs::path> kept;
+  for (const auto& e : fs::directory_iterator(root / "covers")) kept.push_back(e.path());
+  ASSERT_EQ(kept.size(), 1u);
+  auto size = decodeJpegCovering(kept.front().string(), 1, 1);
+  ASSERT_TRUE(size);
+  EXPECT_EQ(size->width, DesktopImageDecoder::kCachedSide / 8) << "kept at the cache's side, 2:1";
+
+  // What the cache holds is what shows, until the song's file changes.
+  ASSERT_TRUE(writeJpeg(kept.front().string(), RgbaImage(1024, 512)));
+  EXPECT_FALSE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
+  ASSERT_TRUE(writeSampleSong(root / "a.mp3", song));
+  EXPECT_TRUE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
+}
+
 TEST(DesktopImageDecoderTest, PictureFilesShowAsTurnedAndDecodeNoLargerThanTheBoxNeeds) {
   TempFolder root;
   SampleExif exif;
