@@ -15,6 +15,7 @@
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIDocumentPickerViewController.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 
@@ -117,6 +118,7 @@ json AutomationSession::handle(const json& request) {
   if (op == "gesture") return gesture(request);
   if (op == "menu") return menu(request);
   if (op == "sheet") return sheet(request);
+  if (op == "picker") return picker(request);
   if (op == "ad") return ad(request);
   if (op == "advance") {
     auto it = request.find("seconds");
@@ -263,6 +265,22 @@ json AutomationSession::sheet(const json& request) {
   if (!current) return failure("no share sheet is showing");
   if (!request.value("dismiss", false)) return failure("sheet supports {\"dismiss\": true}");
   current->close(false);
+  host_.settle();
+  return success();
+}
+
+// {"op": "picker", "pick": NAME} hands over a file the picker offers; {"op": "picker", "cancel": true}.
+json AutomationSession::picker(const json& request) {
+  auto current = TreeWriter::currentPicker();
+  if (!current) return failure("no document picker is showing");
+  if (request.value("cancel", false)) {
+    current->cancel();
+  } else {
+    std::string name = stringField(request, "pick");
+    if (name.empty()) return failure("picker needs a \"pick\" (a name it offers) or \"cancel\": true");
+    auto picked = current->pickNamed(name);
+    if (!picked) return failure(picked.error());
+  }
   host_.settle();
   return success();
 }

@@ -32,6 +32,7 @@ class AutomationSession {
   nlohmann::json menu(const nlohmann::json& request);
   nlohmann::json alert(const nlohmann::json& request);
   nlohmann::json sheet(const nlohmann::json& request);
+  nlohmann::json picker(const nlohmann::json& request);
   nlohmann::json ad(const nlohmann::json& request);
   nlohmann::json prefs();
   nlohmann::json state();

@@ -1,5 +1,9 @@
 #include "automation/TreeWriter.h"
 
+#include "platform/quicklook/QLPreviewController.h"
+#include "platform/uikit/DocumentPickerSource.h"
+#include "platform/uikit/UIDocumentPickerViewController.h"
+
 #include "platform/ads/FullScreenAdStage.h"
 #include "app/VC/PopupMenu.h"
 #include "app/kit/CheckmarkView.h"
@@ -67,7 +71,8 @@ std::vector<TreeWriter::ScreenEntry> TreeWriter::screens() {
   for (auto presented = root->presentedViewController(); presented;
        presented = presented->presentedViewController()) {
     if (std::dynamic_pointer_cast<UIAlertController>(presented) ||
-        std::dynamic_pointer_cast<UIActivityViewController>(presented)) {
+        std::dynamic_pointer_cast<UIActivityViewController>(presented) ||
+        std::dynamic_pointer_cast<UIDocumentPickerViewController>(presented)) {
       continue;
     }
     addStack(out, presented, "modal", static_cast<int>(presented->modalPresentationStyle()));
@@ -107,6 +112,10 @@ std::shared_ptr<UIAlertController> TreeWriter::currentAlert() {
 
 std::shared_ptr<UIActivityViewController> TreeWriter::currentSheet() {
   return presentedOfType<UIActivityViewController>();
+}
+
+std::shared_ptr<UIDocumentPickerViewController> TreeWriter::currentPicker() {
+  return presentedOfType<UIDocumentPickerViewController>();
 }
 
 std::string TreeWriter::screenId(const UIViewController& controller) {
@@ -248,6 +257,10 @@ json TreeWriter::describeScreen(const ScreenEntry& entry) {
     }
   }
   out["outlets"] = outlets;
+  if (auto preview = std::dynamic_pointer_cast<QLPreviewController>(entry.controller)) {
+    auto item = preview->currentPreviewItem();
+    out["previewItem"] = item ? json(item->absoluteString()) : json(nullptr);
+  }
   if (entry.controller->isViewLoaded()) {
     const auto& background = entry.controller->view()->backgroundColor();
     if (background) out["background"] = background->hexString();
@@ -292,7 +305,14 @@ json TreeWriter::tree(double now) {
   } else {
     out["sheet"] = nullptr;
   }
-  out["picker"] = nullptr;
+  if (auto picker = currentPicker()) {
+    auto source = DocumentPickerSource::current();
+    out["picker"] = {{"documentTypes", picker->documentTypes()},
+                     {"mode", static_cast<int>(picker->documentPickerMode())},
+                     {"offered", source ? source->offeredNames() : std::vector<std::string>{}}};
+  } else {
+    out["picker"] = nullptr;
+  }
   json opened = json::array();
   for (const auto& url : UIApplication::sharedApplication().openedURLs()) opened.push_back(url.absoluteString());
   out["opened"] = opened;

@@ -11,6 +11,7 @@
 
 class UIAlertController;
 class UIActivityViewController;
+class UIDocumentPickerViewController;
 class UICollectionView;
 
 namespace nimbrel {
@@ -25,12 +26,13 @@ class TreeWriter {
   };
 
   // Every screen from the bottom of the navigation stack to the top, then the presented ones;
-  // alerts and share sheets are not screens.
+  // alerts, share sheets and document pickers are not screens.
   static std::vector<ScreenEntry> screens();
   static std::shared_ptr<UIViewController> topScreen();
   static std::shared_ptr<UIViewController> screenWithId(const std::string& id);
   static std::shared_ptr<UIAlertController> currentAlert();
   static std::shared_ptr<UIActivityViewController> currentSheet();
+  static std::shared_ptr<UIDocumentPickerViewController> currentPicker();
 
   static std::string screenId(const UIViewController& controller);
   static nlohmann::json describeScreen(const ScreenEntry& entry);

@@ -14,6 +14,7 @@
 #include "platform/foundation/NSTimeZone.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/SharedInstance.h"
+#include "platform/foundation/FileCreationDateSource.h"
 #include "platform/foundation/VolumeInfoSource.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/mediaplayer/MediaLibrarySource.h"
@@ -23,6 +24,8 @@
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/TextMeasurer.h"
+#include "platform/uikit/UIColorCatalog.h"
+#include "platform/uikit/DocumentPickerSource.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINib.h"
@@ -44,10 +47,13 @@ void resetPlatformState() {
   PhotoLibrarySource::install(nullptr);
   MediaLibrarySource::install(nullptr);
   VolumeInfoSource::install(nullptr);
+  FileCreationDateSource::install(nullptr);
+  DocumentPickerSource::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
-  ImageDecoder::install(nullptr);
   AssetExporter::install(nullptr);
+  ImageDecoder::install(nullptr);
+  UIColorCatalog::reset();
   NSNotificationCenter::defaultCenter().reset();
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();

@@ -5,6 +5,7 @@
 
 #include "app/VC/PopupMenu.h"
 #include "automation/TreeWriter.h"
+#include "shell/DocumentPickerDialog.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/foundation/NSDateFormatter.h"
 #include "platform/libs/SVProgressHUD.h"
@@ -233,6 +234,8 @@ void AppBridge::refreshOverlays() {
     Q_EMIT sheetChanged();
   }
 
+  if (pickerDialog_) pickerDialog_->follow(TreeWriter::currentPicker());
+
   // Full-screen ad.
   const auto& ad = FullScreenAdStage::shared().showing();
   QString network = ad ? QString::fromStdString(ad->network) : QString();
@@ -243,6 +246,10 @@ void AppBridge::refreshOverlays() {
     adFormat_ = format;
     Q_EMIT adChanged();
   }
+}
+
+void AppBridge::setNativeDocumentPicker(bool native) {
+  if (native && !pickerDialog_) pickerDialog_ = new DocumentPickerDialog(this);
 }
 
 bool AppBridge::pressAlertAction(const QString& title) {

@@ -51,6 +51,8 @@ class ScreenList : public QAbstractListModel {
   std::vector<ScreenObject*> rows_;
 };
 
+class DocumentPickerDialog;
+
 // What QML binds to beyond the screens: the status overlay, the alert, the pop-up menu, the share
 // sheet and the full-screen ad; and the touches that answer them.
 class AppBridge : public QObject {
@@ -89,6 +91,8 @@ class AppBridge : public QObject {
   void setPad(bool pad) { pad_ = pad; }
   void setWindowTitle(QString title) { windowTitle_ = std::move(title); }
   void setRealPlayback(bool real) { realPlayback_ = real; }
+  // The desktop's own file chooser answers the document picker (not under a script).
+  void setNativeDocumentPicker(bool native);
   bool realPlayback() const { return realPlayback_; }
 
   ScreenList* screens() { return &screens_; }
@@ -150,6 +154,7 @@ class AppBridge : public QObject {
   bool hudVisible_ = false, hudFading_ = false;
   QString hudKind_, hudStatus_;
   bool realPlayback_ = false;
+  DocumentPickerDialog* pickerDialog_ = nullptr;
   double hudProgress_ = -1;
   bool alertVisible_ = false;
   QString alertTitle_, alertMessage_;

@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QtQml/QQmlExtensionPlugin>
@@ -90,7 +90,8 @@ int main(int argc, char** argv) {
   // Qt's FFmpeg media backend decodes what the library's own probes read; the GStreamer one
   // depends on plugins a machine may lack and fails hard without them.
   if (!qEnvironmentVariableIsSet("QT_MEDIA_BACKEND")) qputenv("QT_MEDIA_BACKEND", "ffmpeg");
-  QGuiApplication app(argc, argv);
+  // Widgets for the desktop's own file chooser; the window itself is Qt Quick.
+  QApplication app(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("Nimbrel"));
   const QString family = pickFontFamily();
   QFont font(family);
@@ -146,6 +147,7 @@ int main(int argc, char** argv) {
     nimbrel::shell::AppBridge bridge;
     bridge.setPad(pad);
     bridge.setRealPlayback(desktop != nullptr);
+    bridge.setNativeDocumentPicker(desktop != nullptr && !options.automation);
     bridge.setWindowTitle(!sim                       ? QStringLiteral("Nimbrel")
                          : options.fixture.empty() ? QStringLiteral("Nimbrel — demo")
                                                    : QStringLiteral("Nimbrel — simulated"));

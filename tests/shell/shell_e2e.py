@@ -3,7 +3,9 @@
 splash, home, the images screen, an album, the photo viewer (a double tap, a double tap back, a
 single tap that brings the bar), the live photo viewer, a long press, the info panel for one item
 and for two, the menu, storage analysis, settings; then, from a second launch, the videos screen
-and the system player; from a third, the music screen and the music player. Each `tree` of the Qt program must match the headless runner's (screens,
+and the system player; from a third, the documents screen, an import through the picker and the
+previews of a one-page PDF, of text and of a file with no view; from a fourth, the music screen
+and the music player. Each `tree` of the Qt program must match the headless runner's (screens,
 their outlets, the overlays; `now` and each program's own library folder aside), and a few must
 show what the steps were for. The Qt program takes a gesture as a person's clicks on its window,
 the runner hands it to the recogniser. Screenshots of every scene are kept under the artifacts
@@ -243,6 +245,79 @@ def differences(a, b, path=""):
     return [] if a == b else [f"{path}: {json.dumps(a)[:160]} != {json.dumps(b)[:160]}"]
 
 
+# From a third launch: the documents screen, and the preview of a real PDF, of text and of a file
+# the program cannot show.
+DOCUMENT_STEPS = [
+    ("advance", {"op": "advance", "seconds": 5.8}),
+    ("send", {"op": "action", "selector": "onDocumentBtn:", "sender": "btnDocument"}),
+    ("advance", {"op": "advance", "seconds": 1.2}),
+    ("tree", "documents"),
+    ("shot", "documents"),
+    ("send", {"op": "action", "selector": "onOpenDocumentOicker:", "sender": "btnImport"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("tree", "document-picker"),
+    ("send", {"op": "picker", "pick": "imported.txt"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("tree", "documents-imported"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("advance", {"op": "advance", "seconds": 2.0}),
+    ("tree", "preview-pdf"),
+    ("shot", "preview-pdf"),
+    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 1}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("shot", "preview-text"),
+    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
+    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("shot", "preview-other"),
+]
+
+CHECKS.update({
+    "documents": {"/screens/-1/id": "DocumentsVC", "/screens/-1/outlets/albumsCollectionView/count": 3},
+    "document-picker": {"/picker/mode": 0, "/screens/-1/id": "DocumentsVC"},
+    "documents-imported": {"/picker": None, "/screens/-1/outlets/albumsCollectionView/count": 4},
+    "preview-pdf": {"/screens/-1/id": "QLPreviewController",
+                    "/screens/-1/previewItem": "file://<home>/Documents/Nimbrel/importedFiles/a-page.pdf"},
+})
+
+
+def one_page_pdf():
+    """A small, valid PDF with one page of text, offsets and all."""
+    stream = b"BT /F1 28 Tf 60 700 Td (Nimbrel preview) Tj ET\n0.98 0.71 0.17 rg 60 600 300 40 re f\n"
+    objects = [
+        b"<< /Type /Catalog /Pages 2 0 R >>",
+        b"<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+        b"<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Contents 4 0 R "
+        b"/Resources << /Font << /F1 5 0 R >> >> >>",
+        b"<< /Length %d >>\nstream\n" % len(stream) + stream + b"endstream",
+        b"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>",
+    ]
+    out = b"%PDF-1.4\n"
+    offsets = []
+    for number, body in enumerate(objects, 1):
+        offsets.append(len(out))
+        out += b"%d 0 obj\n" % number + body + b"\nendobj\n"
+    xref = len(out)
+    out += b"xref\n0 %d\n0000000000 65535 f \n" % (len(objects) + 1)
+    out += b"".join(b"%010d 00000 n \n" % o for o in offsets)
+    out += b"trailer\n<< /Size %d /Root 1 0 R >>\nstartxref\n%d\n%%%%EOF\n" % (len(objects) + 1, xref)
+    return out.decode("ascii")
+
+
+def with_documents(fixture):
+    fixture = dict(fixture)
+    fixture["documents"] = [
+        {"name": "a-page.pdf", "contents": one_page_pdf(), "created": "2026-02-02T08:00:00Z"},
+        {"name": "notes.txt", "contents": "Shopping\n- bread\n- olives\n\nCa\u00e7a \u00e0 tarde.\n"},
+        {"name": "archive.bin", "size": 4096},
+    ]
+    fixture["picker"] = [{"name": "imported.txt", "contents": "brought in through the picker\n"}]
+    return fixture
+
+
 def run_steps(steps, qt, sim, artifacts, form, failures, seen):
     homes = [p.ask({"op": "paths"}).get("home") for p in (qt, sim)]
     for kind, what in steps:
@@ -295,6 +370,9 @@ def main():
         fixture_file = os.path.join(scratch, "fixture.json")
         with open(fixture_file, "w", encoding="utf-8") as f:
             json.dump(fixture, f)
+        documents_file = os.path.join(scratch, "documents.json")
+        with open(documents_file, "w", encoding="utf-8") as f:
+            json.dump(with_documents(fixture), f)
         runtime = os.path.join(scratch, "runtime")
         os.mkdir(runtime, 0o700)
         env = dict(os.environ, TMPDIR=scratch, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",
@@ -302,9 +380,10 @@ def main():
         failures = []
         logs = []
         seen = set()
-        for steps in (STEPS, VIDEO_STEPS, MUSIC_STEPS):
-            qt = Program([nimbrel, "--automation", "--fixture", fixture_file], env)
-            sim = Program([headless, "--fixture", fixture_file], env)
+        for steps, file in ((STEPS, fixture_file), (VIDEO_STEPS, fixture_file), (DOCUMENT_STEPS, documents_file),
+                            (MUSIC_STEPS, fixture_file)):
+            qt = Program([nimbrel, "--automation", "--fixture", file], env)
+            sim = Program([headless, "--fixture", file], env)
             try:
                 run_steps(steps, qt, sim, artifacts, form, failures, seen)
             finally:

@@ -121,7 +121,7 @@ void InfoViewController::showDocument() {
   lblFilePath->setText(documentURL->absoluteString());
   lblDimension->setText(std::string());
   auto attributes = NSFileManager::defaultManager().attributesOfItemAtPath(documentURL->path(), nullptr);
-  lblDate->setText(attributes ? panelDate(attributes->creationDate) : std::string());
+  lblDate->setText(attributes && attributes->creationDate ? panelDate(*attributes->creationDate) : std::string());
 }
 
 void InfoViewController::onExitBtn(const std::shared_ptr<NSObject>&) {

@@ -11,6 +11,7 @@
 
 #include "backends/desktop/DemoAdNetwork.h"
 #include "backends/desktop/DesktopAssetExporter.h"
+#include "backends/desktop/DesktopDocumentPicker.h"
 #include "backends/desktop/DesktopImageDecoder.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
@@ -146,6 +147,7 @@ DesktopPlatform::DesktopPlatform(Options options)
   ImageDecoder::install(std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers"));
   AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
+  DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
 }

@@ -408,11 +408,13 @@ Result<Fixture> Fixture::parse(const std::string& input) {
     if (auto p = member(j, "preferences")) readPreferences(*p, f);
     if (auto p = member(j, "photos")) readPhotos(*p, f);
     if (auto m = member(j, "music")) readMusic(*m, f);
-    if (auto docs = member(j, "documents")) {
-      if (!docs->is_array()) throw Bad{"documents: expected an array"};
-      for (size_t i = 0; i < docs->size(); ++i) {
-        const json& d = (*docs)[i];
-        std::string at = "documents[" + std::to_string(i) + "]";
+    auto readFiles = [&](const char* key, std::vector<Document>& into) {
+      auto list = member(j, key);
+      if (!list) return;
+      if (!list->is_array()) throw Bad{std::string(key) + ": expected an array"};
+      for (size_t i = 0; i < list->size(); ++i) {
+        const json& d = (*list)[i];
+        std::string at = std::string(key) + "[" + std::to_string(i) + "]";
         Document doc;
         auto name = member(d, "name");
         if (!name) throw Bad{at + ": a document needs a name"};
@@ -422,11 +424,23 @@ Result<Fixture> Fixture::parse(const std::string& input) {
         }
         if (auto s = member(d, "size")) doc.size = integer(*s, at + ".size");
         if (doc.size < 0) throw Bad{at + ".size: negative"};
+        if (auto c = member(d, "contents")) {
+          doc.contents = text(*c, at + ".contents");
+          doc.size = static_cast<std::int64_t>(doc.contents->size());
+        }
         doc.created = f.now;
-        if (auto c = member(d, "created")) doc.created = date(*c, at + ".created");
-        f.documents.push_back(std::move(doc));
+        if (auto c = member(d, "created")) {
+          if (c->is_null()) {
+            doc.hasCreationDate = false;
+          } else {
+            doc.created = date(*c, at + ".created");
+          }
+        }
+        into.push_back(std::move(doc));
       }
-    }
+    };
+    readFiles("documents", f.documents);
+    readFiles("picker", f.picker);
   } catch (const Bad& bad) {
     return Result<Fixture>::failure(bad.why);
   } catch (const json::exception& e) {

@@ -25,6 +25,8 @@ struct Fixture {
     std::string name;
     std::int64_t size = 0;
     double created = 0;  // seconds since 2001
+    bool hasCreationDate = true;  // false: the file's creation date cannot be read
+    std::optional<std::string> contents;  // the bytes, when they matter (a preview); else sparse
   };
 
   // The network the reachability check sees; no value when no reference can be made.
@@ -57,6 +59,7 @@ struct Fixture {
   std::string googleInterstitial = "nofill";
   PlistValue::Dictionary preferences;
   std::vector<Document> documents;
+  std::vector<Document> picker;  // what the document picker offers
   std::vector<PhotoAsset> photoAssets;
   std::vector<PHAssetCollectionRecord> photoAlbums;
   bool confirmPhotoDeletes = true;

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "backends/sim/SimAppLovinNetwork.h"
+#include "backends/sim/SimDocumentPicker.h"
 #include "backends/sim/SimGoogleAdsNetwork.h"
 #include "backends/sim/SimNetworkReachability.h"
 #include "backends/sim/SimPermissionAuthority.h"
@@ -51,6 +52,8 @@ SimPlatform::SimPlatform(Fixture fixture, RunLoopChoice choice)
   NetworkReachability::install(std::make_shared<SimNetworkReachability>(fixture_.network));
   preferences_ = std::make_shared<InMemoryPreferencesStore>(fixture_.preferences);
   NSUserDefaults::installStandard(preferences_);
+  FileCreationDateSource::install(fileDates_);
+  DocumentPickerSource::install(std::make_shared<SimDocumentPicker>(fixture_.picker, pickerFolder(), fileDates_));
   placeDocuments();
   auto photos = std::make_shared<SimPhotoLibrary>(fixture_, home_, calls_);
   auto music = std::make_shared<SimMusicLibrary>(fixture_, home_);
@@ -66,6 +69,7 @@ SimPlatform::~SimPlatform() {
   if (!home_.empty() && !std::getenv("NIMBREL_KEEP_SIM_HOME")) {
     std::error_code ec;
     fs::remove_all(home_, ec);
+    fs::remove_all(pickerFolder(), ec);
   }
 }
 
@@ -91,16 +95,9 @@ void SimPlatform::placeDocuments() {
   fs::create_directories(folder, ec);
   for (const auto& doc : fixture_.documents) {
     std::string path = folder + "/" + doc.name;
-    int fd = ::open(path.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0644);
-    if (fd < 0) fatalError("cannot place the fixture document " + path);
-    // Sparse: the size is what the screens read, the contents never matter.
-    if (::ftruncate(fd, doc.size) != 0) fatalError("cannot size the fixture document " + path);
-    double unix = Date{doc.created}.timeIntervalSince1970();
-    struct timespec times[2];
-    times[0].tv_sec = times[1].tv_sec = static_cast<time_t>(unix);
-    times[0].tv_nsec = times[1].tv_nsec = static_cast<long>((unix - static_cast<double>(times[0].tv_sec)) * 1e9);
-    ::futimens(fd, times);
-    ::close(fd);
+    if (!fileDates_->place(path, doc.size, doc.hasCreationDate ? std::optional<double>(doc.created) : std::nullopt, doc.contents)) {
+      fatalError("cannot place the fixture document " + path);
+    }
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "backends/sim/Fixture.h"
 #include "backends/sim/SimCallLog.h"
+#include "backends/sim/SimFileDates.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/foundation/PreferencesStore.h"
 
@@ -36,12 +37,15 @@ class SimPlatform {
  private:
   void makeHome();
   void placeDocuments();
+  // Beside the app home, not in it: where picked files are handed over.
+  std::string pickerFolder() const { return home_ + "-picker"; }
 
   std::unique_ptr<ManualRunLoop> loop_;
   Fixture fixture_;
   std::string home_;
   std::shared_ptr<SimCallLog> calls_ = std::make_shared<SimCallLog>();
   std::shared_ptr<InMemoryPreferencesStore> preferences_;
+  std::shared_ptr<SimFileDates> fileDates_ = std::make_shared<SimFileDates>();
 };
 
 }  // namespace nimbrel::sim

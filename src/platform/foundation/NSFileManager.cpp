@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
+#include "platform/foundation/FileCreationDateSource.h"
 #include "platform/foundation/VolumeInfoSource.h"
 
 namespace fs = std::filesystem;
@@ -131,8 +133,18 @@ bool NSFileManager::moveItemAtURL(const URL& from, const URL& to, NSError* error
          info, EEXIST);
     return false;
   }
-  if (::rename(src.c_str(), dst.c_str()) == 0) return true;
+  // No-replace, so that a file another program makes at the destination meanwhile is not lost.
+  int moved = ::renameat2(AT_FDCWD, src.c_str(), AT_FDCWD, dst.c_str(), RENAME_NOREPLACE);
+  if (moved != 0 && (errno == EINVAL || errno == ENOSYS)) moved = ::rename(src.c_str(), dst.c_str());
+  if (moved == 0) return true;
   int e = errno;
+  if (e == EEXIST) {
+    fail(error, 516,
+         quoted(name) + " couldn\u2019t be moved to " + quoted(folder) +
+             " because an item with the same name already exists.",
+         info, EEXIST);
+    return false;
+  }
   if (e == EXDEV) {
     // Another volume: copy, then take the original away only once the copy is whole.
     std::error_code ec;
@@ -264,11 +276,7 @@ std::optional<NSFileManager::ItemAttributes> NSFileManager::attributesOfItemAtPa
   a.size = static_cast<std::int64_t>(st.st_size);
   a.isDirectory = S_ISDIR(st.st_mode);
   a.modificationDate = Date::fromUnix(static_cast<double>(st.st_mtim.tv_sec) + st.st_mtim.tv_nsec / 1e9);
-  a.creationDate = a.modificationDate;
-  struct statx sx;
-  if (::statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &sx) == 0 && (sx.stx_mask & STATX_BTIME)) {
-    a.creationDate = Date::fromUnix(static_cast<double>(sx.stx_btime.tv_sec) + sx.stx_btime.tv_nsec / 1e9);
-  }
+  a.creationDate = FileCreationDateSource::current()->creationDate(path);
   return a;
 }
 

@@ -18,7 +18,7 @@ class NSFileManager {
   struct ItemAttributes {
     std::int64_t size = 0;
     Date modificationDate;
-    Date creationDate;
+    std::optional<Date> creationDate;  // none when it cannot be read
     bool isDirectory = false;
   };
 

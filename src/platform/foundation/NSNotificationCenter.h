@@ -1,6 +1,8 @@
 #pragma once
 
+#include <any>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -11,6 +13,7 @@
 struct NSNotification {
   std::string name;
   std::shared_ptr<NSObject> object;
+  std::map<std::string, std::any> userInfo;
 };
 
 // Observers by name and sender; a post calls them on the posting thread, in the order they were

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -204,6 +205,35 @@ TEST_F(NSFileManagerTest, MovingFailsWithoutASourceOrADestinationFolder) {
     EXPECT_FALSE(exists(row.destination));
   }
   EXPECT_EQ(read("present.txt"), "P");
+}
+
+// A move onto another volume is a copy and a removal; a copy that fails loses nothing.
+TEST_F(NSFileManagerTest, MovingAcrossVolumes) {
+  std::string other = "/dev/shm/nsfm-test-XXXXXX";
+  if (!fs::is_directory("/dev/shm") || !::mkdtemp(other.data())) GTEST_SKIP() << "no second volume";
+  struct stat a, b;
+  ::stat(root.c_str(), &a);
+  ::stat(other.c_str(), &b);
+  if (a.st_dev == b.st_dev) {
+    fs::remove_all(other);
+    GTEST_SKIP() << "/dev/shm is on the same volume";
+  }
+  std::ofstream(other + "/doc.txt") << "D";
+  fs::create_directories(other + "/bundle");
+  std::ofstream(other + "/bundle/a.txt") << "A";
+  ::mkfifo((other + "/bundle/pipe").c_str(), 0600);  // a kind of file a copy cannot take
+
+  NSError error;
+  EXPECT_TRUE(fm.moveItemAtURL(URL::fileURLWithPath(other + "/doc.txt"), url("doc.txt"), &error));
+  EXPECT_EQ(read("doc.txt"), "D");
+  EXPECT_FALSE(fs::exists(other + "/doc.txt"));
+
+  EXPECT_FALSE(fm.moveItemAtURL(URL::fileURLWithPath(other + "/bundle"), url("bundle"), &error));
+  EXPECT_EQ(error.code, 512);
+  EXPECT_FALSE(exists("bundle")) << "no partial copy stays";
+  EXPECT_TRUE(fs::exists(other + "/bundle/a.txt")) << "the original stays whole";
+  EXPECT_TRUE(fs::exists(other + "/bundle/pipe"));
+  fs::remove_all(other);
 }
 
 // --- Copying --------------------------------------------------------------------------------------

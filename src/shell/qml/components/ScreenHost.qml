@@ -28,7 +28,8 @@ Item {
         "VideoPreviewViewController": "PreviewViewController.qml",
         "AVPlayerViewController": "AVPlayerViewController.qml",
         "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml",
-        "AudioVC": "ImagesVC.qml", "MusicPlayerVC": "MusicPlayerVC.qml"
+        "AudioVC": "ImagesVC.qml", "MusicPlayerVC": "MusicPlayerVC.qml",
+        "DocumentsVC": "DocumentsVC.qml", "QLPreviewController": "QLPreviewController.qml"
     })
 
     Rectangle {   // the dim behind a modal screen
