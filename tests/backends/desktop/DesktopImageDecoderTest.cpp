@@ -17,13 +17,7 @@ bool reddish(const std::vector<std::uint8_t>& rgba, int width, int x, int y) {
   return p[0] > 180 && p[1] < 80 && p[2] < 80;
 }
 
-UIImage::Pixels picture(const std::string& source, int width, int height) {
-  UIImage::Pixels p;
-  p.width = width;
-  p.height = height;
-  p.source = source;
-  return p;
-}
+UIImage::Pixels picture(const std::string& source, int width, int height) { return {width, height, {}, source}; }
 
 // The sample cover is 64 × 32 with a red top-left quarter: filling a square keeps its middle, so
 // the red shows in the top-left quarter of the result and nowhere on the right.
@@ -65,9 +59,6 @@ TEST(DesktopImageDecoderTest, ALargeCoverIsReadOnceIntoTheCacheUntilTheSongChang
   std::vector<fs::path> kept;
   for (const auto& e : fs::directory_iterator(root / "covers")) kept.push_back(e.path());
   ASSERT_EQ(kept.size(), 1u);
-  auto size = decodeJpegCovering(kept.front().string(), 1, 1);
-  ASSERT_TRUE(size);
-  EXPECT_EQ(size->width, DesktopImageDecoder::kCachedSide / 8) << "kept at the cache's side, 2:1";
 
   // What the cache holds is what shows, until the song's file changes.
   ASSERT_TRUE(writeJpeg(kept.front().string(), RgbaImage(1024, 512)));

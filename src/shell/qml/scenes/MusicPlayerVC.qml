@@ -39,6 +39,7 @@ SceneBase {
     // Stands in for the player's own surface: on the desktop it plays the song.
     MediaPicture {
         width: 1; height: 1
+        soundOnly: true
         player: root.screen ? root.screen.player : null
     }
 
