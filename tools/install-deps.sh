@@ -11,8 +11,9 @@ packages=(
   qml6-module-qtqml-workerscript qml6-module-qt-labs-lottieqt fonts-inter fonts-dejavu-core
   qt6-multimedia-dev qml6-module-qtmultimedia qt6-pdf-dev qml6-module-qtquick-pdf
   libsqlite3-dev libexiv2-dev libtag1-dev libjpeg-dev libpng-dev libheif-dev libmd-dev
-  libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
+  libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   exiv2 libvips-tools
+  dbus-daemon dbus-bin
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -16,7 +16,8 @@ namespace nimbrel::shell {
 
 // Turns the platform's picture values into addresses QML can load ("image://nimbrel/..."), and
 // those addresses back into pictures: named assets from the shell's own drawings, pictures from
-// the file they came from when it is a real image, else a placeholder tile of their aspect.
+// their own pixels, from the file they came from when it is a real image (a song's cover through
+// the platform's decoder), else a placeholder tile of their aspect.
 class ImageStore {
  public:
   static constexpr const char* kProviderId = "nimbrel";
@@ -28,10 +29,17 @@ class ImageStore {
   static QString urlForFile(const std::string& path, int width, int height);
   // The picture for an address's path ("asset/icon_pdf", "pixels/12/4032x3024").
   QImage render(const QString& id, const QSize& requested);
+  // "round/<address>": the picture cut to a circle around its centre.
+  static QImage roundCut(const QImage& image, const QSize& requested);
+  // What QML would draw for `image` at that size.
+  QImage picture(const UIImage& image, const QSize& requested);
 
   static QImage renderAsset(const QString& name, const QSize& requested);
   static QImage placeholderTile(int width, int height, quint32 seed, const QSize& requested);
   static bool hasAsset(const QString& name);
+  // A song's cover ("<song>#artwork") through the platform's decoder, filling a box of the
+  // picture's shape at the requested size; null without a decoder or a cover.
+  static QImage decodedArtwork(const QString& source, int width, int height, const QSize& requested);
 
   // How many picture values are remembered (a bounded number, oldest forgotten first).
   size_t rememberedCount() const;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/av/AVPlayer.h"
+#include "platform/av/MediaURL.h"
 
 namespace nimbrel::shell {
 
@@ -19,6 +20,12 @@ QString PlayerObject::fileName() const {
 
 QString PlayerObject::url() const {
   return player_ ? QString::fromStdString(player_->currentItem()->url().absoluteString()) : QString();
+}
+
+QUrl PlayerObject::source() const {
+  if (!player_) return {};
+  std::string path = mediaFilePath(player_->currentItem()->url());
+  return path.empty() ? QUrl() : QUrl::fromLocalFile(QString::fromStdString(path));
 }
 
 void PlayerObject::refresh() {

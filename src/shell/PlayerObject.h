@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -24,6 +25,8 @@ class PlayerObject : public QObject {
   Q_PROPERTY(double duration READ duration NOTIFY changed)
   Q_PROPERTY(QString fileName READ fileName CONSTANT)
   Q_PROPERTY(QString url READ url CONSTANT)
+  // The file Qt Multimedia decodes: a song's library address leads to the library's file.
+  Q_PROPERTY(QUrl source READ source CONSTANT)
 
  public:
   explicit PlayerObject(std::shared_ptr<AVPlayer> player, QObject* parent = nullptr);
@@ -34,6 +37,7 @@ class PlayerObject : public QObject {
   double duration() const { return duration_; }
   QString fileName() const;
   QString url() const;
+  QUrl source() const;
 
   Q_INVOKABLE void play();
   Q_INVOKABLE void pause();

@@ -1,5 +1,6 @@
 #include "shell/ScreenObject.h"
 
+#include "app/audio/MusicPlayerVC.h"
 #include "automation/TreeWriter.h"
 #include "platform/av/AVPlayerViewController.h"
 #include "platform/uikit/UINavigationController.h"
@@ -10,9 +11,6 @@ namespace nimbrel::shell {
 ScreenObject::ScreenObject(std::shared_ptr<UIViewController> controller, QObject* parent)
     : QObject(parent), controller_(std::move(controller)),
       id_(QString::fromStdString(TreeWriter::screenId(*controller_))) {
-  if (auto system = std::dynamic_pointer_cast<AVPlayerViewController>(controller_); system && system->player) {
-    player_ = new PlayerObject(system->player, this);
-  }
   watch();
   refreshChrome();
 }
@@ -76,7 +74,20 @@ void ScreenObject::refreshChrome() {
   // The screen's own view, once loaded (asking never loads it).
   wrap(rootView_, controller_->isViewLoaded() ? controller_->view() : nullptr);
   if (before[0] != titleView_ || before[1] != rightBarButton_ || before[2] != rootView_) changed = true;
+  std::shared_ptr<AVPlayer> current = screenPlayer();
+  if (current != (player_ ? player_->player() : nullptr)) {
+    if (player_) player_->deleteLater();
+    player_ = current ? new PlayerObject(current, this) : nullptr;
+    changed = true;
+  }
   if (changed) Q_EMIT chromeChanged();
+}
+
+std::shared_ptr<AVPlayer> ScreenObject::screenPlayer() const {
+  if (auto system = std::dynamic_pointer_cast<AVPlayerViewController>(controller_)) return system->player;
+  // The music player makes its player as its view loads.
+  if (auto music = std::dynamic_pointer_cast<MusicPlayerVC>(controller_); music && music->isViewLoaded()) return music->player;
+  return nullptr;
 }
 
 bool ScreenObject::goBack() {

@@ -13,6 +13,7 @@
 #include "shell/PlayerObject.h"
 #include "shell/ViewObject.h"
 
+class AVPlayer;
 class UIViewController;
 class UINavigationController;
 
@@ -38,7 +39,7 @@ class ScreenObject : public QObject {
   Q_PROPERTY(nimbrel::shell::ViewObject* titleView READ titleView NOTIFY chromeChanged)
   Q_PROPERTY(nimbrel::shell::ViewObject* rightBarButton READ rightBarButton NOTIFY chromeChanged)
   Q_PROPERTY(nimbrel::shell::ViewObject* rootView READ rootView NOTIFY chromeChanged)
-  // The system player's player (null for other screens).
+  // The player of the system player or the music player (null for other screens).
   Q_PROPERTY(nimbrel::shell::PlayerObject* player READ player NOTIFY chromeChanged)
 
  public:
@@ -92,6 +93,7 @@ class ScreenObject : public QObject {
 
   void watch();
   void unwatch();
+  std::shared_ptr<AVPlayer> screenPlayer() const;
   ViewObject* wrap(QPointer<ViewObject>& slot, const std::shared_ptr<NSObject>& object);
   std::vector<std::pair<ChangeSignal*, ChangeSignal::Token>> tokens_;
   std::weak_ptr<UINavigationController> watchedNav_;

@@ -14,6 +14,7 @@
 #include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/UIButton.h"
+#include "platform/uikit/UISlider.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UIImageView.h"
@@ -102,6 +103,8 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
   out["tag"] = static_cast<qlonglong>(view->tag());
   out["background"] = view->backgroundColor() ? QVariant(toQColor(*view->backgroundColor())) : QVariant();
   out["cornerRadius"] = view->layer().cornerRadius;
+  out["borderWidth"] = view->layer().borderWidth;
+  out["borderColor"] = view->layer().borderColor ? QVariant(toQColor(*view->layer().borderColor)) : QVariant();
   out["frame"] = rect(view->frame());
   if (auto label = std::dynamic_pointer_cast<UILabel>(view)) {
     out["text"] = qs(label->text());
@@ -125,6 +128,11 @@ QVariantMap snapshotOf(const std::shared_ptr<NSObject>& object) {
   } else if (auto control = std::dynamic_pointer_cast<UIControl>(view)) {
     out["selected"] = control->isSelected();
     out["enabled"] = control->isEnabled();
+  }
+  if (auto slider = std::dynamic_pointer_cast<UISlider>(view)) {
+    out["value"] = slider->value();
+    out["minimum"] = slider->minimumValue();
+    out["maximum"] = slider->maximumValue();
   }
   if (auto field = std::dynamic_pointer_cast<UITextField>(view)) {
     out["text"] = qs(field->text());

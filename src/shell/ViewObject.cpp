@@ -9,6 +9,7 @@
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIControl.h"
 #include "platform/uikit/UIScrollView.h"
+#include "platform/uikit/UISlider.h"
 #include "shell/CollectionModel.h"
 #include "shell/PlayerObject.h"
 #include "shell/Snapshot.h"
@@ -66,6 +67,14 @@ bool ViewObject::press() {
   auto control = std::dynamic_pointer_cast<UIControl>(object_);
   if (!control || !control->isEnabled() || control->isEffectivelyHidden()) return false;
   control->sendActionsForControlEvents(UIControlEvents::touchUpInside);
+  return true;
+}
+
+bool ViewObject::slide(double value) {
+  auto slider = std::dynamic_pointer_cast<UISlider>(object_);
+  if (!slider || !slider->isEnabled() || slider->isEffectivelyHidden()) return false;
+  slider->setValue(static_cast<float>(value));
+  slider->sendActionsForControlEvents(UIControlEvents::valueChanged);
   return true;
 }
 

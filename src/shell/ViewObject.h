@@ -41,6 +41,12 @@ class ViewObject : public QObject {
   Q_PROPERTY(int tag READ tag NOTIFY changed)
   Q_PROPERTY(QVariantList nativeAds READ nativeAds NOTIFY changed)
   Q_PROPERTY(QVariantMap state READ state NOTIFY changed)
+  // A slider's position and bounds.
+  Q_PROPERTY(double value READ value NOTIFY changed)
+  Q_PROPERTY(double minimum READ minimum NOTIFY changed)
+  Q_PROPERTY(double maximum READ maximum NOTIFY changed)
+  Q_PROPERTY(double borderWidth READ borderWidth NOTIFY changed)
+  Q_PROPERTY(QColor borderColor READ borderColor NOTIFY changed)
   Q_PROPERTY(nimbrel::shell::CollectionModel* model READ model CONSTANT)
   // The player of a player view (null without one).
   Q_PROPERTY(nimbrel::shell::PlayerObject* player READ player NOTIFY changed)
@@ -67,11 +73,19 @@ class ViewObject : public QObject {
   int tag() const { return state_.value("tag").toInt(); }
   QVariantList nativeAds() const { return state_.value("nativeAds").toList(); }
   QVariantMap state() const { return state_; }
+  double value() const { return state_.value("value").toDouble(); }
+  double minimum() const { return state_.value("minimum").toDouble(); }
+  double maximum() const { return state_.value("maximum", 1.0).toDouble(); }
+  double borderWidth() const { return state_.value("borderWidth").toDouble(); }
+  QColor borderColor() const { return state_.value("borderColor", QColor(Qt::transparent)).value<QColor>(); }
   CollectionModel* model();
   PlayerObject* player();
 
   // A person lifts a finger inside the control: its wired touch-up-inside actions run.
   Q_INVOKABLE bool press();
+  // A person moved the slider to `value`: it takes the value (held within its bounds) and sends
+  // its wired value-changed actions.
+  Q_INVOKABLE bool slide(double value);
   // The content moved to `y` (a person's scroll), as the scroll view's offset.
   Q_INVOKABLE void setContentY(double y);
   // The size the shell gave the view; collections lay out again for it.

@@ -21,11 +21,13 @@
 #include "backends/desktop/DesktopPlatform.h"
 #include "backends/sim/Fixture.h"
 #include "backends/sim/SimPlatform.h"
+#include "platform/foundation/NSPathUtilities.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UIScreen.h"
 #include "shell/AppBridge.h"
 #include "shell/ImageStore.h"
+#include "shell/MprisService.h"
 #include "shell/QtAutomationHost.h"
 #include "shell/QtMessages.h"
 #include "shell/QtRunLoop.h"
@@ -149,6 +151,11 @@ int main(int argc, char** argv) {
     bridge.setWindowTitle(!sim                       ? QStringLiteral("Nimbrel")
                          : options.fixture.empty() ? QStringLiteral("Nimbrel — demo")
                                                    : QStringLiteral("Nimbrel — simulated"));
+
+    // The desktop's media controls; covers for them go to the program's cache folder.
+    nimbrel::shell::MprisService mpris(QString::fromStdString(
+        desktop ? desktop->locations().cache : NSHomeDirectory() + "/Library/Caches"));
+    mpris.start();
 
     QQmlApplicationEngine engine;
     engine.addImageProvider(QString::fromLatin1(nimbrel::shell::ImageStore::kProviderId),

@@ -5,8 +5,10 @@
 #include "platform/libs/DYPieChartView.h"
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/UIButton.h"
+#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
+#include "platform/uikit/UISlider.h"
 #include "platform/uikit/UIViewController.h"
 #include "shell/ImageStore.h"
 #include "shell/QtRunLoop.h"
@@ -94,6 +96,55 @@ TEST_F(BridgeTest, PicturesBecomeAddressesTheProviderAnswers) {
   QImage image = store.render(raw.mid(QString("image://nimbrel/").size()), QSize());
   ASSERT_FALSE(image.isNull());
   EXPECT_EQ(image.pixelColor(0, 0), QColor(255, 0, 0));
+  // A blurred copy keeps its source's name but is drawn from its own pixels.
+  red.source = "/music/song.mp3#artwork#blur";
+  EXPECT_EQ(store.picture(UIImage::withPixels(red), QSize()).pixelColor(1, 0), QColor(255, 0, 0));
+}
+
+// Stands for the platform's decoder: a green picture of the size asked for.
+class GreenDecoder : public ImageDecoder {
+ public:
+  std::optional<std::vector<std::uint8_t>> decode(const UIImage::Pixels& p) const override {
+    if (p.source != "/music/song.mp3#artwork") return std::nullopt;
+    std::vector<std::uint8_t> rgba(static_cast<size_t>(p.width) * p.height * 4, 0);
+    for (size_t i = 0; i < rgba.size(); i += 4) rgba[i + 1] = rgba[i + 3] = 255;
+    return rgba;
+  }
+};
+
+TEST_F(BridgeTest, ASongsCoverComesThroughThePlatformsDecoderAndCutsRound) {
+  auto& store = ImageStore::shared();
+  UIImage cover = UIImage::withPixels({40, 80, {}, "/music/song.mp3#artwork"});
+  ImageDecoder::install(std::make_shared<GreenDecoder>());
+  QImage decoded = store.picture(cover, QSize(20, 0));
+  EXPECT_EQ(decoded.size(), QSize(20, 40));
+  EXPECT_EQ(decoded.pixelColor(10, 20), QColor(0, 255, 0));
+  QString url = store.urlFor(cover);
+  QImage round = store.render("round/" + url.mid(QString("image://nimbrel/").size()), QSize(30, 30));
+  EXPECT_EQ(round.size(), QSize(30, 30));
+  EXPECT_EQ(round.pixelColor(15, 15), QColor(0, 255, 0));
+  EXPECT_EQ(qAlpha(round.pixel(1, 1)), 0) << "outside the circle";
+  ImageDecoder::install(nullptr);
+  EXPECT_NE(store.picture(cover, QSize(20, 0)).pixelColor(10, 20), QColor(0, 255, 0)) << "no decoder: a tile";
+}
+
+TEST_F(BridgeTest, ASliderShowsItsBoundsAndAMoveSendsItsValue) {
+  auto controller = std::make_shared<UIViewController>();
+  auto slider = std::make_shared<UISlider>();
+  slider->setMaximumValue(205);
+  float sent = -1;
+  controller->registerAction("sliderValueChange:", [&](const std::shared_ptr<NSObject>& sender) {
+    sent = std::static_pointer_cast<UISlider>(sender)->value();
+  });
+  slider->addTarget(controller, "sliderValueChange:", UIControlEvents::valueChanged);
+  ViewObject view(slider);
+  EXPECT_DOUBLE_EQ(view.maximum(), 205);
+  EXPECT_TRUE(view.slide(300));
+  EXPECT_FLOAT_EQ(sent, 205) << "held within the bounds";
+  EXPECT_DOUBLE_EQ(view.value(), 205);
+  slider->setEnabled(false);
+  EXPECT_FALSE(view.slide(10));
+  EXPECT_FLOAT_EQ(sent, 205);
 }
 
 TEST_F(BridgeTest, TheSamePixelsKeepTheirAddressAndOldOnesAreForgotten) {
@@ -114,7 +165,7 @@ TEST_F(BridgeTest, EveryAssetTheBehaviourNamesHasADrawing) {
                          "grid", "list", "ic_fav", "ic_unfav", "play", "pause", "ic_menu", "ic_back", "ic_close",
                          "ic_share", "ic_delete", "ic_info", "home_images", "home_videos", "home_audio",
                          "home_documents", "home_recent", "home_favourites", "home_storage", "ic_privacy",
-                         "ic_terms", "ic_rate", "info", "success", "error"};
+                         "ic_terms", "ic_rate", "info", "success", "error", "backward15", "forward15"};
   for (const char* name : names) {
     EXPECT_TRUE(ImageStore::hasAsset(name)) << name;
     QImage image = ImageStore::renderAsset(name, QSize(48, 48));

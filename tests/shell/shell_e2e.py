@@ -4,7 +4,8 @@ splash, home, the images screen, an album, the photo viewer (a double tap, a dou
 single tap that brings the bar), the live photo viewer, a long press, the info panel for one item
 and for two, the menu, storage analysis, settings; then, from a second launch, the videos screen
 and the system player; from a third, the documents screen, an import through the picker and the
-previews of a one-page PDF, of text and of a file with no view. Each `tree` of the Qt program must match the headless runner's (screens,
+previews of a one-page PDF, of text and of a file with no view; from a fourth, the music screen
+and the music player. Each `tree` of the Qt program must match the headless runner's (screens,
 their outlets, the overlays; `now` and each program's own library folder aside), and a few must
 show what the steps were for. The Qt program takes a gesture as a person's clicks on its window,
 the runner hands it to the recogniser. Screenshots of every scene are kept under the artifacts
@@ -119,6 +120,9 @@ CHECKS = {
     "info-several": {"/screens/-1/id": "PhotosInfoVC", "/screens/-1/outlets/lblContain/text": "2 files"},
     "selection-after-info": {"/screens/-1/id": "ImagesVC"},
     "system-player": {"/screens/-1/id": "AVPlayerViewController", "/screens/-1/presentation": "modal"},
+    "audio": {"/screens/-1/id": "AudioVC"},
+    "music-player": {"/screens/-1/id": "MusicPlayerVC", "/screens/-1/outlets/lblSongTitle/text": "Blue",
+                     "/screens/-1/outlets/btnPlayOutlet/image": "play"},
 }
 
 # From a second launch: the videos screen, a video in the system player.
@@ -136,6 +140,27 @@ VIDEO_STEPS = [
     ("tree", "system-player"),
     ("shot", "system-player"),
     ("players", "system-player"),
+]
+
+# From a third launch: the music screen, an album's songs, a song in the music player, paused at
+# once so that both programs' counters stand at the same second.
+MUSIC_STEPS = [
+    ("advance", {"op": "advance", "seconds": 5.8}),
+    ("send", {"op": "action", "selector": "onAudioBtn:", "sender": "btnAudio"}),
+    ("advance", {"op": "advance", "seconds": 1.2}),
+    ("tree", "audio"),
+    ("shot", "audio"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tree", "audio-album"),
+    ("shot", "audio-album"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("advance", {"op": "advance", "seconds": 0.3}),
+    ("send", {"op": "action", "selector": "btnPlay:", "sender": "btnPlayOutlet"}),
+    ("advance", {"op": "advance", "seconds": 0.5}),
+    ("tree", "music-player"),
+    ("shot", "music-player"),
+    ("players", "music-player"),
 ]
 
 
@@ -355,7 +380,8 @@ def main():
         failures = []
         logs = []
         seen = set()
-        for steps, file in ((STEPS, fixture_file), (VIDEO_STEPS, fixture_file), (DOCUMENT_STEPS, documents_file)):
+        for steps, file in ((STEPS, fixture_file), (VIDEO_STEPS, fixture_file), (DOCUMENT_STEPS, documents_file),
+                            (MUSIC_STEPS, fixture_file)):
             qt = Program([nimbrel, "--automation", "--fixture", file], env)
             sim = Program([headless, "--fixture", file], env)
             try:

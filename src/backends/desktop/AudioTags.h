@@ -13,6 +13,9 @@ struct AudioTags {
   bool readable = true;  // whether the audio itself has a length to play
 
   static std::optional<AudioTags> read(const std::string& path);
+  // The bytes of the song's embedded cover (JPEG or PNG as stored): the front cover when the file
+  // names one, else its first picture; none without a picture.
+  static std::optional<std::string> artworkData(const std::string& path);
 };
 
 }  // namespace nimbrel::desktop

@@ -72,6 +72,13 @@ std::variant<std::vector<CLPlacemark>, NSError> DesktopGeocoder::reverseGeocode(
 }
 
 double DesktopMediaDurations::durationOfFile(const std::string& path) const {
+  if (auto music = music_.lock(); music && !path.empty()) {
+    for (const auto& song : music->songs()) {
+      if (song->backingPath != path) continue;
+      if (song->readable && song->playbackDuration > 0) return song->playbackDuration;
+      break;
+    }
+  }
   auto d = probeDuration(path);
   return d ? *d : std::nan("");
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "platform/av/MediaDurations.h"
 #include "platform/corelocation/CLGeocoder.h"
+#include "platform/mediaplayer/MediaLibrarySource.h"
 
 namespace nimbrel::desktop {
 
@@ -17,10 +19,15 @@ class DesktopGeocoder : public GeocoderSource {
   static std::optional<std::string> nearestLocality(double latitude, double longitude);
 };
 
-// Durations read from the files themselves (libavformat).
+// Durations read from the files themselves (libavformat); a song of the music library answers
+// with the length its index already holds, which a player's load then need not probe twice.
 class DesktopMediaDurations : public MediaDurations {
  public:
+  explicit DesktopMediaDurations(std::weak_ptr<const MediaLibrarySource> music = {}) : music_(std::move(music)) {}
   double durationOfFile(const std::string& path) const override;
+
+ private:
+  std::weak_ptr<const MediaLibrarySource> music_;
 };
 
 }  // namespace nimbrel::desktop

@@ -10,7 +10,9 @@
 #include <fstream>
 
 #include "backends/desktop/DemoAdNetwork.h"
+#include "backends/desktop/DesktopAssetExporter.h"
 #include "backends/desktop/DesktopDocumentPicker.h"
+#include "backends/desktop/DesktopImageDecoder.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopPermissions.h"
@@ -30,6 +32,7 @@
 #include "platform/mediaplayer/MediaLibrarySource.h"
 #include "platform/photos/PhotoLibrarySource.h"
 #include "platform/services/PermissionAuthority.h"
+#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/UIApplication.h"
 
 namespace nimbrel::desktop {
@@ -140,7 +143,9 @@ DesktopPlatform::DesktopPlatform(Options options)
     });
   }
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
-  MediaDurations::install(std::make_shared<DesktopMediaDurations>());
+  MediaDurations::install(std::make_shared<DesktopMediaDurations>(music_));
+  ImageDecoder::install(std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers"));
+  AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));

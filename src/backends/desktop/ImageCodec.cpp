@@ -7,6 +7,7 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
+#include <algorithm>
 #include <memory>
 
 #include <jpeglib.h>
@@ -47,8 +48,17 @@ void jpegErrorExit(j_common_ptr cinfo) {
 
 void jpegSilence(j_common_ptr, int) {}
 
+// The smallest size libjpeg may decode to: the longer side, or each side, at least so long.
+struct JpegTarget {
+  int minLongSide = 0;
+  int minWidth = 0, minHeight = 0;
+  bool reached(int width, int height) const {
+    return std::max(width, height) >= minLongSide && width >= minWidth && height >= minHeight;
+  }
+};
+
 // libjpeg reports errors by longjmp: everything with a destructor lives in the caller.
-bool decodeJpegInto(FILE* file, int minLongSide, RgbaImage* out) {
+bool decodeJpegInto(FILE* file, JpegTarget target, RgbaImage* out) {
   jpeg_decompress_struct cinfo;
   JpegError err;
   cinfo.err = jpeg_std_error(&err.mgr);
@@ -61,12 +71,12 @@ bool decodeJpegInto(FILE* file, int minLongSide, RgbaImage* out) {
   jpeg_create_decompress(&cinfo);
   jpeg_stdio_src(&cinfo, file);
   jpeg_read_header(&cinfo, TRUE);
-  int longSide = static_cast<int>(std::max(cinfo.image_width, cinfo.image_height));
+  const int w = static_cast<int>(cinfo.image_width), h = static_cast<int>(cinfo.image_height);
   unsigned denom = 1;
-  if (minLongSide > 0) {
-    for (unsigned d : {8u, 4u, 2u}) {
-      if ((longSide + static_cast<int>(d) - 1) / static_cast<int>(d) >= minLongSide) {
-        denom = d;
+  if (target.minLongSide > 0 || target.minWidth > 0 || target.minHeight > 0) {
+    for (int d : {8, 4, 2}) {
+      if (target.reached((w + d - 1) / d, (h + d - 1) / d)) {
+        denom = static_cast<unsigned>(d);
         break;
       }
     }
@@ -251,7 +261,28 @@ std::optional<RgbaImage> decodeJpeg(const std::string& path, int minLongSide) {
   File f(std::fopen(path.c_str(), "rb"));
   if (!f) return std::nullopt;
   RgbaImage image;
-  if (!decodeJpegInto(f.get(), minLongSide, &image) || image.width <= 0) return std::nullopt;
+  if (!decodeJpegInto(f.get(), {minLongSide, 0, 0}, &image) || image.width <= 0) return std::nullopt;
+  return image;
+}
+
+std::optional<RgbaImage> decodeJpegCovering(const std::string& path, int minWidth, int minHeight) {
+  File f(std::fopen(path.c_str(), "rb"));
+  if (!f) return std::nullopt;
+  RgbaImage image;
+  if (!decodeJpegInto(f.get(), {0, minWidth, minHeight}, &image) || image.width <= 0) return std::nullopt;
+  return image;
+}
+
+std::optional<RgbaImage> decodeImageData(const std::string& bytes, int minWidth, int minHeight) {
+  if (bytes.size() < 8) return std::nullopt;
+  File f(::fmemopen(const_cast<char*>(bytes.data()), bytes.size(), "rb"));
+  if (!f) return std::nullopt;
+  RgbaImage image;
+  static constexpr unsigned char kPng[] = {0x89, 'P', 'N', 'G'};
+  bool ok = std::memcmp(bytes.data(), kPng, sizeof kPng) == 0
+                ? decodePngInto(f.get(), &image, nullptr, true)
+                : decodeJpegInto(f.get(), {0, minWidth, minHeight}, &image);
+  if (!ok || image.width <= 0) return std::nullopt;
   return image;
 }
 
@@ -388,6 +419,19 @@ RgbaImage resized(const RgbaImage& image, int width, int height) {
   sws_scale(sws, src, srcStride, 0, image.height, dst, dstStride);
   sws_freeContext(sws);
   return out;
+}
+
+RgbaImage coverCropped(const RgbaImage& image, int width, int height) {
+  if (image.width <= 0 || image.height <= 0 || width <= 0 || height <= 0) return RgbaImage(std::max(width, 0), std::max(height, 0));
+  // The part of the source that fills the box once scaled: cropping first keeps the scaler's work
+  // to the pixels that show.
+  double scale = std::max(static_cast<double>(width) / image.width, static_cast<double>(height) / image.height);
+  int cropW = std::clamp(static_cast<int>(std::lround(width / scale)), 1, image.width);
+  int cropH = std::clamp(static_cast<int>(std::lround(height / scale)), 1, image.height);
+  int x0 = (image.width - cropW) / 2, y0 = (image.height - cropH) / 2;
+  RgbaImage crop(cropW, cropH);
+  for (int y = 0; y < cropH; ++y) std::memcpy(crop.at(0, y), image.at(x0, y0 + y), static_cast<size_t>(cropW) * 4);
+  return resized(crop, width, height);
 }
 
 RgbaImage oriented(const RgbaImage& image, int orientation) {

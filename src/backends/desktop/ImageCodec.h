@@ -22,7 +22,11 @@ struct RgbaImage {
 // A JPEG decoded at the smallest of libjpeg's scales (1/8 to 1/1) whose longer side still
 // reaches `minLongSide` (0: full size). The stored orientation is not applied.
 std::optional<RgbaImage> decodeJpeg(const std::string& path, int minLongSide = 0);
+// A JPEG decoded at the smallest of those scales that is still at least `minWidth` × `minHeight`.
+std::optional<RgbaImage> decodeJpegCovering(const std::string& path, int minWidth, int minHeight);
 std::optional<RgbaImage> decodePng(const std::string& path);
+// A JPEG or PNG held in memory (a song's embedded cover); a JPEG as decodeJpegCovering does.
+std::optional<RgbaImage> decodeImageData(const std::string& bytes, int minWidth, int minHeight);
 // HEIF stills come out as shown (HEIF's own rotation applied).
 std::optional<RgbaImage> decodeHeif(const std::string& path);
 // The first picture of a movie, its display rotation applied, its longer side at most `maxLongSide`.
@@ -31,6 +35,8 @@ std::optional<RgbaImage> decodeVideoFrame(const std::string& path, int maxLongSi
 std::optional<RgbaImage> decodeAny(const std::string& path, int minLongSide);
 
 RgbaImage resized(const RgbaImage& image, int width, int height);
+// Scaled to cover `width` × `height`, keeping its aspect, and cut to it around the centre.
+RgbaImage coverCropped(const RgbaImage& image, int width, int height);
 // Turns stored pixels into shown pixels for EXIF orientation 1..8.
 RgbaImage oriented(const RgbaImage& image, int orientation);
 // The largest size with the image's aspect that fits a `box` square, never larger than the image.

@@ -11,8 +11,10 @@
 #include <taglib/flacfile.h>
 #include <taglib/flacpicture.h>
 #include <taglib/id3v2tag.h>
+#include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
+#include <taglib/vorbisfile.h>
 #include <taglib/xiphcomment.h>
 
 extern "C" {
@@ -171,8 +173,12 @@ bool writeSampleMovie(const std::string& path, const SampleMovie& movie) {
 
 bool writeSampleSong(const std::string& path, const SampleSong& song) {
   av_log_set_level(AV_LOG_QUIET);
-  bool flac = lowercaseExtension(path) == "flac";
-  const AVCodec* codec = flac ? avcodec_find_encoder(AV_CODEC_ID_FLAC) : avcodec_find_encoder_by_name("libmp3lame");
+  const std::string ext = lowercaseExtension(path);
+  bool flac = ext == "flac", m4a = ext == "m4a", ogg = ext == "ogg";
+  const AVCodec* codec = flac  ? avcodec_find_encoder(AV_CODEC_ID_FLAC)
+                         : m4a ? avcodec_find_encoder(AV_CODEC_ID_AAC)
+                         : ogg ? avcodec_find_encoder_by_name("libvorbis")
+                               : avcodec_find_encoder_by_name("libmp3lame");
   if (!codec) return false;
   {
     Muxer m;
@@ -223,6 +229,21 @@ bool writeSampleSong(const std::string& path, const SampleSong& song) {
     if (song.artist) tag->setArtist(TagLib::String(*song.artist, TagLib::String::UTF8));
     if (song.album) tag->setAlbum(TagLib::String(*song.album, TagLib::String::UTF8));
   };
+  if (m4a) {
+    TagLib::MP4::File file(path.c_str());
+    if (!file.isValid()) return false;
+    setTags(file.tag());
+    if (!cover.isEmpty()) {
+      file.tag()->setItem("covr", TagLib::MP4::CoverArtList().append(TagLib::MP4::CoverArt(TagLib::MP4::CoverArt::JPEG, cover)));
+    }
+    return file.save();
+  }
+  if (ogg) {
+    TagLib::Ogg::Vorbis::File file(path.c_str());
+    if (!file.isValid()) return false;
+    setTags(file.tag());
+    return file.save();
+  }
   if (flac) {
     TagLib::FLAC::File file(path.c_str());
     if (!file.isValid()) return false;

@@ -37,7 +37,8 @@ struct SampleSong {
   std::optional<std::string> title, artist, album;
   std::optional<std::string> artworkJpeg;  // a JPEG file to embed as the cover
 };
-// An MP3 (or FLAC, by extension) tone made with libavcodec, tagged with TagLib.
+// A tone made with libavcodec, tagged with TagLib: MP3, or by extension FLAC, M4A (AAC) or Ogg
+// Vorbis (a cover is embedded in all but Ogg).
 bool writeSampleSong(const std::string& path, const SampleSong& song);
 
 }  // namespace nimbrel::desktop

@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "DesktopTestSupport.h"
+#include "backends/desktop/DesktopPlaces.h"
 #include "backends/desktop/SampleMedia.h"
+#include "platform/av/AVAsset.h"
+#include "platform/av/MediaDurations.h"
+#include "platform/av/MediaURL.h"
 #include "platform/PlatformState.h"
 #include "platform/mediaplayer/MPMediaItem.h"
 #include "platform/mediaplayer/MPMediaQuery.h"
@@ -116,10 +120,19 @@ TEST_F(DesktopMusicLibraryTest, ARefreshReadsOnlyWhatChanged) {
 
 TEST_F(DesktopMusicLibraryTest, ThePlatformsQueriesSeeTheSongs) {
   resetPlatformState();
-  MediaLibrarySource::install(std::make_shared<DesktopMusicLibrary>(index(), root / "Music"));
+  auto library = std::make_shared<DesktopMusicLibrary>(index(), root / "Music");
+  MediaLibrarySource::install(library);
+  MediaDurations::install(std::make_shared<DesktopMediaDurations>(library));
   auto items = MPMediaQuery::songsQuery()->items();
   ASSERT_TRUE(items);
   EXPECT_EQ(items->size(), 4u);
+  // A song's address leads to its file, whose length the player and the asset read.
+  auto url = items->front()->assetURL();
+  ASSERT_TRUE(url);
+  EXPECT_EQ(mediaFilePath(*url), items->front()->record()->backingPath);
+  EXPECT_DOUBLE_EQ(AVURLAsset::assetWithURL(*url)->durationSeconds(), items->front()->playbackDuration())
+      << "the index's length, not a second probe";
+  EXPECT_NE(DesktopMediaDurations().durationOfFile(mediaFilePath(*url)), items->front()->playbackDuration());
   resetPlatformState();
 }
 

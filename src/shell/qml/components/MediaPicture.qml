@@ -8,6 +8,9 @@ import Nimbrel.Shell
 Item {
     id: root
     property var player: null
+    // Sound alone: a song's cover rides in its file as a one-picture video stream, which Qt 6.4's
+    // FFmpeg backend cannot time (it divides by its rate of zero).
+    property bool soundOnly: false
     readonly property bool active: AppBridge.realPlayback && player !== null && player.valid
     // True once a picture is coming: the scene then hides its stand-in.
     readonly property bool showing: loader.item !== null && loader.item.hasPicture
@@ -18,11 +21,15 @@ Item {
         active: root.active
         sourceComponent: Item {
             readonly property bool hasPicture: media.hasVideo && media.error === MediaPlayer.NoError
+            // Qt's FFmpeg backend crashes writing sound to a machine without an audio device:
+            // there the picture plays silent.
+            MediaDevices { id: devices }
+            AudioOutput { id: sound }
             MediaPlayer {
                 id: media
-                source: root.player ? root.player.url : ""
-                videoOutput: output
-                audioOutput: AudioOutput {}
+                source: root.player ? root.player.source : ""
+                videoOutput: root.soundOnly ? null : output
+                audioOutput: devices.audioOutputs.length > 0 ? sound : null
                 onMediaStatusChanged: follow()
             }
             Rectangle {

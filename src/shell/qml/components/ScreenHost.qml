@@ -18,7 +18,8 @@ Item {
     z: index
 
     readonly property string scenesDir: "../scenes/"
-    // Scene files by screen; the live photo and video viewers are variants of the photo viewer's.
+    // Scene files by screen; the live photo and video viewers are variants of the photo viewer's,
+    // and the music browser is the same browse frame as the photo and video one.
     readonly property var sceneFiles: ({
         "SplashVC": "SplashVC.qml", "HomeViewController": "HomeViewController.qml", "ImagesVC": "ImagesVC.qml",
         "StorageAnalysisVC": "StorageAnalysisVC.qml", "SettingVC": "SettingVC.qml",
@@ -27,6 +28,7 @@ Item {
         "VideoPreviewViewController": "PreviewViewController.qml",
         "AVPlayerViewController": "AVPlayerViewController.qml",
         "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml",
+        "AudioVC": "ImagesVC.qml", "MusicPlayerVC": "MusicPlayerVC.qml",
         "DocumentsVC": "DocumentsVC.qml", "QLPreviewController": "QLPreviewController.qml"
     })
 
