@@ -29,7 +29,8 @@ Item {
         "AVPlayerViewController": "AVPlayerViewController.qml",
         "InfoVC": "InfoVC.qml", "PhotosInfoVC": "PhotosInfoVC.qml",
         "AudioVC": "ImagesVC.qml", "MusicPlayerVC": "MusicPlayerVC.qml",
-        "DocumentsVC": "DocumentsVC.qml", "QLPreviewController": "QLPreviewController.qml"
+        "DocumentsVC": "DocumentsVC.qml", "QLPreviewController": "QLPreviewController.qml",
+        "RecentFilesVC": "ImagesVC.qml", "FavouriteFilesVC": "ImagesVC.qml"
     })
 
     Rectangle {   // the dim behind a modal screen
