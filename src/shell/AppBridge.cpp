@@ -1,9 +1,11 @@
 #include "shell/AppBridge.h"
 
+#include <QColor>
 #include <QJSEngine>
 #include <QTimer>
 
 #include "app/VC/PopupMenu.h"
+#include "app/kit/ProgressHUD.h"
 #include "automation/TreeWriter.h"
 #include "shell/DocumentPickerDialog.h"
 #include "platform/ads/FullScreenAdStage.h"
@@ -66,6 +68,8 @@ AppBridge::AppBridge(QObject* parent) : QObject(parent) {
     tokens_.emplace_back(&signal, signal.observe([this] { scheduleRefresh(); }));
   };
   observe(SVProgressHUD::changed());
+  progressHUD_ = ProgressHUD::shared();
+  observe(progressHUD_->changed());
   observe(FullScreenAdStage::shared().changed());
   menuOverlay_ = popupMenuOverlay();
   observe(menuOverlay_->changed());
@@ -110,6 +114,7 @@ void AppBridge::scheduleRefresh() {
 void AppBridge::refreshNow() {
   refreshScreens();
   refreshHud();
+  refreshOverlay();
   refreshOverlays();
 }
 
@@ -182,6 +187,59 @@ void AppBridge::refreshHud() {
   hudProgress_ = state.progress;
   hudFading_ = state.fadingOut;
   Q_EMIT hudChanged();
+}
+
+void AppBridge::refreshOverlay() {
+  const ProgressHUD& hud = *progressHUD_;
+  QVariantMap next;
+  bool shown = hud.alpha() == 1.0 && hud.viewBackground && hud.toolbarHUD;
+  next["shown"] = shown;
+  if (shown) {
+    const UIView& card = *hud.toolbarHUD;
+    auto rgba = [](const UIColor& c) { return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha)); };
+    next["blocks"] = hud.viewBackground->isUserInteractionEnabled();
+    next["backdrop"] = rgba(hud.viewBackground->backgroundColor());
+    next["cardColor"] = rgba(card.backgroundColor());
+    next["card"] = QRectF(card.frame().minX(), card.frame().minY(), card.frame().width(), card.frame().height());
+    next["cardScale"] = card.transformScale();
+    next["cardAlpha"] = card.alpha();
+    if (hud.labelStatus && hud.labelStatus->text() && !hud.labelStatus->isHidden()) {
+      next["status"] = QString::fromStdString(*hud.labelStatus->text());
+      next["statusColor"] = rgba(hud.labelStatus->textColor());
+    }
+    auto placed = [](const std::shared_ptr<UIView>& v) { return v && v->superview(); };
+    const UIView* content = nullptr;
+    if (placed(hud.viewAnimation)) {
+      next["figureKind"] = QStringLiteral("animation");
+      next["figure"] = QString::fromStdString(hud.viewAnimation->figure());
+      next["color"] = rgba(hud.viewAnimation->color());
+      next["duration"] = hud.viewAnimation->duration();
+      content = hud.viewAnimation.get();
+    } else if (placed(hud.viewAnimatedIcon)) {
+      next["figureKind"] = QStringLiteral("icon");
+      next["figure"] = QString::fromStdString(hud.viewAnimatedIcon->figure());
+      next["color"] = rgba(hud.viewAnimatedIcon->color());
+      next["duration"] = hud.viewAnimatedIcon->duration();
+      content = hud.viewAnimatedIcon.get();
+    } else if (placed(hud.staticImageView)) {
+      next["figureKind"] = QStringLiteral("still");
+      next["figure"] = QString::fromStdString(hud.staticImageView->image() ? hud.staticImageView->image()->name() : std::string());
+      next["color"] = rgba(hud.staticImageView->tintColor().value_or(UIColor::lightGrayColor()));
+      content = hud.staticImageView.get();
+    } else if (placed(hud.viewProgress)) {
+      next["figureKind"] = QStringLiteral("progress");
+      next["progress"] = hud.viewProgress->progress();
+      next["color"] = rgba(hud.viewProgress->color());
+      content = hud.viewProgress.get();
+    }
+    if (content) {
+      next["content"] = QRectF(content->frame().minX(), content->frame().minY(), content->frame().width(),
+                               content->frame().height());
+    }
+  }
+  if (next == overlay_) return;
+  overlay_ = std::move(next);
+  Q_EMIT overlayChanged();
 }
 
 void AppBridge::refreshOverlays() {

@@ -20,6 +20,10 @@ class QQmlEngine;
 class QJSEngine;
 class UIViewController;
 
+namespace nimbrel {
+class ProgressHUD;
+}
+
 namespace nimbrel::shell {
 
 // The screens QML shows, bottom first: the navigation stack, then the presented screens, and for a
@@ -63,6 +67,8 @@ class AppBridge : public QObject {
   Q_PROPERTY(QString hudStatus READ hudStatus NOTIFY hudChanged)
   Q_PROPERTY(double hudProgress READ hudProgress NOTIFY hudChanged)
   Q_PROPERTY(bool hudFading READ hudFading NOTIFY hudChanged)
+  // The program's own overlay: shown, figure, figureKind, color, status, card and content geometry.
+  Q_PROPERTY(QVariantMap overlay READ overlay NOTIFY overlayChanged)
   Q_PROPERTY(bool alertVisible READ alertVisible NOTIFY alertChanged)
   Q_PROPERTY(QString alertTitle READ alertTitle NOTIFY alertChanged)
   Q_PROPERTY(QString alertMessage READ alertMessage NOTIFY alertChanged)
@@ -101,6 +107,7 @@ class AppBridge : public QObject {
   QString hudStatus() const { return hudStatus_; }
   double hudProgress() const { return hudProgress_; }
   bool hudFading() const { return hudFading_; }
+  QVariantMap overlay() const { return overlay_; }
   bool alertVisible() const { return alertVisible_; }
   QString alertTitle() const { return alertTitle_; }
   QString alertMessage() const { return alertMessage_; }
@@ -130,6 +137,7 @@ class AppBridge : public QObject {
 
  Q_SIGNALS:
   void hudChanged();
+  void overlayChanged();
   void alertChanged();
   void menuChanged();
   void sheetChanged();
@@ -140,6 +148,7 @@ class AppBridge : public QObject {
   void scheduleRefresh();
   void refreshScreens();
   void refreshHud();
+  void refreshOverlay();
   void refreshOverlays();
   void refreshClock();
   void observeControllers(const std::vector<std::shared_ptr<UIViewController>>& controllers);
@@ -156,6 +165,8 @@ class AppBridge : public QObject {
   bool realPlayback_ = false;
   DocumentPickerDialog* pickerDialog_ = nullptr;
   double hudProgress_ = -1;
+  std::shared_ptr<ProgressHUD> progressHUD_;
+  QVariantMap overlay_;
   bool alertVisible_ = false;
   QString alertTitle_, alertMessage_;
   QVariantList alertActions_;

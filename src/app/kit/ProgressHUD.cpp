@@ -171,6 +171,7 @@ void ProgressHUD::setup(const Request& request) {
       card->setAlpha(1.0);
     });
   }
+  didChange();
   if (request.hides) {
     double delay = hideDelay(labelStatus->text().value_or(std::string()));
     std::weak_ptr<ProgressHUD> weak = strongSelf<ProgressHUD>();
@@ -318,6 +319,7 @@ void ProgressHUD::setupPosition(const NSNotification* notification) {
     if (card) centre(*card, {screen.width() * 0.5, (screen.height() - keyboard) * 0.5});
     if (backdrop) backdrop->setFrame(screen);
   });
+  didChange();
 }
 
 // ---- Hide and remove ----
@@ -335,6 +337,7 @@ void ProgressHUD::hide() {
       [weak](bool) {
         if (auto self = weak.lock()) self->removeViews();
       });
+  didChange();
 }
 
 void ProgressHUD::removeViews() {
@@ -354,6 +357,7 @@ void ProgressHUD::removeViews() {
   drop(viewBackground);
   spinner_.reset();
   setAlpha(0.0);
+  didChange();
 }
 
 // ---- The kit's waiting state ----

@@ -24,6 +24,7 @@ Window {
         ActivitySheet { z: 1001 }
         AlertView { z: 1002 }
         Hud { z: 1003 }
+        ProgressOverlay { z: 1003 }
         FullScreenAd { z: 1004 }
     }
 }
