@@ -198,8 +198,8 @@ void AppBridge::refreshOverlay() {
     const UIView& card = *hud.toolbarHUD;
     auto rgba = [](const UIColor& c) { return QColor::fromRgbF(float(c.red), float(c.green), float(c.blue), float(c.alpha)); };
     next["blocks"] = hud.viewBackground->isUserInteractionEnabled();
-    next["backdrop"] = rgba(hud.viewBackground->backgroundColor());
-    next["cardColor"] = rgba(card.backgroundColor());
+    next["backdrop"] = rgba(hud.viewBackground->backgroundColor().value_or(UIColor::clearColor()));
+    next["cardColor"] = rgba(card.backgroundColor().value_or(UIColor::systemGrayColor()));
     next["card"] = QRectF(card.frame().minX(), card.frame().minY(), card.frame().width(), card.frame().height());
     next["cardScale"] = card.transformScale();
     next["cardAlpha"] = card.alpha();

@@ -1,5 +1,8 @@
 #include "shell/ImageStore.h"
 
+#include <QPainter>
+#include <QPdfDocument>
+
 #include <QFile>
 #include <QImageReader>
 #include <QLinearGradient>
@@ -201,6 +204,23 @@ QImage ImageStore::render(const QString& id, const QSize& requested) {
     return small.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   }
   if (id.startsWith(QStringLiteral("asset/"))) return renderAsset(id.mid(6), requested);
+  if (id.startsWith(QStringLiteral("pdf/"))) {
+    // "pdf/<file, percent-encoded>/<page>": the page at the requested width.
+    int slash = id.lastIndexOf(QLatin1Char('/'));
+    QString path = QUrl::fromPercentEncoding(id.mid(4, slash - 4).toLatin1());
+    int page = id.mid(slash + 1).toInt();
+    QPdfDocument document;
+    if (document.load(path) != QPdfDocument::Error::None || page >= document.pageCount()) return {};
+    QSizeF points = document.pagePointSize(page);
+    int width = requested.width() > 0 ? requested.width() : int(points.width());
+    int height = points.width() > 0 ? int(width * points.height() / points.width()) : width;
+    QImage picture = document.render(page, QSize(width, height));
+    QImage sheet(picture.size(), QImage::Format_RGB32);
+    sheet.fill(Qt::white);  // pages are drawn on white paper, not on the window
+    QPainter painter(&sheet);
+    painter.drawImage(0, 0, picture);
+    return sheet;
+  }
   if (id.startsWith(QStringLiteral("file/"))) {
     int slash = id.indexOf(QLatin1Char('/'), 5);
     const QStringList dims = id.mid(5, slash - 5).split(QLatin1Char('x'));

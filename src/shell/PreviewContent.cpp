@@ -1,5 +1,7 @@
 #include "shell/PreviewContent.h"
 
+#include <QPdfDocument>
+
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
@@ -56,6 +58,18 @@ void PreviewContent::refresh() {
   notice_.clear();
   kind_ = exists_ && info.isFile() ? kindOf(path) : QStringLiteral("other");
   if (!exists_ && item) notice_ = QStringLiteral("This document is no longer in the folder. Go back to see the list as it is now.");
+  pageCount_ = 0;
+  pagesSource_.clear();
+  if (kind_ == QLatin1String("pdf")) {
+    // Pages are rendered by the image provider from the file; here only their number and shape.
+    QPdfDocument document;
+    if (document.load(path) == QPdfDocument::Error::None && document.pageCount() > 0) {
+      pageCount_ = document.pageCount();
+      QSizeF first = document.pagePointSize(0);
+      pageAspect_ = first.width() > 0 ? first.height() / first.width() : 1.414;
+      pagesSource_ = QStringLiteral("image://nimbrel/pdf/") + QString::fromLatin1(QUrl::toPercentEncoding(path));
+    }
+  }
   if (kind_ == QLatin1String("text")) {
     QFile file(path);
     if (file.open(QIODevice::ReadOnly)) {

@@ -25,6 +25,10 @@ class PreviewContent : public QObject {
   Q_PROPERTY(QString icon READ icon NOTIFY changed)
   Q_PROPERTY(QString text READ text NOTIFY changed)
   Q_PROPERTY(QString notice READ notice NOTIFY changed)
+  // For a PDF: its pages, the first page's height over its width, and where its pages are drawn.
+  Q_PROPERTY(int pageCount READ pageCount NOTIFY changed)
+  Q_PROPERTY(double pageAspect READ pageAspect NOTIFY changed)
+  Q_PROPERTY(QString pagesSource READ pagesSource NOTIFY changed)
 
  public:
   using QObject::QObject;
@@ -38,6 +42,9 @@ class PreviewContent : public QObject {
   QString icon() const { return icon_; }
   QString text() const { return text_; }
   QString notice() const { return notice_; }
+  int pageCount() const { return pageCount_; }
+  double pageAspect() const { return pageAspect_; }
+  QString pagesSource() const { return pagesSource_; }
 
   Q_INVOKABLE void refresh();
   // "Open with…": the desktop's own program for the file, through the platform's open path.
@@ -54,6 +61,9 @@ class PreviewContent : public QObject {
   QString kind_ = QStringLiteral("other"), name_, sizeText_, icon_, text_, notice_;
   QUrl url_;
   bool exists_ = false;
+  int pageCount_ = 0;
+  double pageAspect_ = 1.414;
+  QString pagesSource_;
 };
 
 }  // namespace nimbrel::shell

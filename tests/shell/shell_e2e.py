@@ -259,18 +259,18 @@ DOCUMENT_STEPS = [
     ("send", {"op": "picker", "pick": "imported.txt"}),
     ("advance", {"op": "advance", "seconds": 0.6}),
     ("tree", "documents-imported"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
+    ("tapNamed", "a-page.pdf"),
     ("advance", {"op": "advance", "seconds": 2.0}),
     ("tree", "preview-pdf"),
     ("shot", "preview-pdf"),
     ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
     ("advance", {"op": "advance", "seconds": 0.6}),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 1}),
+    ("tapNamed", "imported.txt"),
     ("advance", {"op": "advance", "seconds": 0.8}),
     ("shot", "preview-text"),
     ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
     ("advance", {"op": "advance", "seconds": 0.6}),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}),
+    ("tapNamed", "archive.bin"),
     ("advance", {"op": "advance", "seconds": 0.8}),
     ("shot", "preview-other"),
 ]
@@ -334,6 +334,15 @@ def run_steps(steps, qt, sim, artifacts, form, failures, seen):
             if playing[0] != playing[1] or not playing[0]:
                 failures.append(f"[{what}] players: qt {a} / headless {b}")
             continue
+        if kind == "tapNamed":
+            # The documents folder lists in the file system's order: find the file's row first.
+            cells = at_pointer(sim.ask({"op": "tree"}), "/screens/-1/outlets/albumsCollectionView/cells")
+            rows = [c["row"] for c in (cells if isinstance(cells, list) else [])
+                    if c.get("outlets", {}).get("lblAlbumName", {}).get("text") == what]
+            if not rows:
+                failures.append(f"no row named {what}")
+                continue
+            kind, what = "send", {"op": "tap", "collection": "albumsCollectionView", "row": rows[0]}
         request = {"op": "tree"} if kind == "tree" else what
         a, b = qt.ask(request), sim.ask(request)
         if a.get("ok") != b.get("ok") or (kind == "send" and not a.get("ok")):

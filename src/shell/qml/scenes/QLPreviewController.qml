@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Pdf
+import QtQuick.Window
 import QtMultimedia
 import Nimbrel.Shell
 
@@ -58,15 +58,35 @@ SceneBase {
     Component {
         id: pdf
         Item {
-            PdfDocument { id: document; source: content.url }
-            PdfMultiPageView {
+            // Pages one under another, each drawn by the program's image provider at the list's
+            // width times the zoom; ctrl+wheel or a pinch zooms.
+            ListView {
+                id: pages
                 objectName: "pdfView"
                 anchors.fill: parent
-                document: document
+                property real zoom: 1
+                clip: true
+                spacing: 12
+                model: content.pageCount
+                contentWidth: width * zoom
+                flickableDirection: Flickable.HorizontalAndVerticalFlick
+                delegate: Image {
+                    required property int index
+                    width: pages.width * pages.zoom
+                    height: width * content.pageAspect
+                    source: content.pagesSource + "/" + index
+                    sourceSize.width: width * Screen.devicePixelRatio
+                    asynchronous: true
+                    cache: false
+                }
+                WheelHandler {
+                    acceptedModifiers: Qt.ControlModifier
+                    onWheel: (event) => pages.zoom = Math.max(1, Math.min(6, pages.zoom * (event.angleDelta.y > 0 ? 1.1 : 0.9)))
+                }
             }
             Text {
                 anchors.centerIn: parent
-                visible: document.status === PdfDocument.Error
+                visible: content.pageCount === 0
                 text: "This PDF cannot be read."
                 color: Theme.secondaryText; font.pixelSize: 16
             }
