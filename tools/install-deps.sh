@@ -9,7 +9,7 @@ packages=(
   qt6-base-dev qt6-declarative-dev qt6-svg-dev qt6-lottie-dev qt6-qpa-plugins libgl-dev
   qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-shapes
   qml6-module-qtqml-workerscript qml6-module-qt-labs-lottieqt fonts-inter fonts-dejavu-core
-  qt6-multimedia-dev qml6-module-qtmultimedia qt6-pdf-dev qml6-module-qtquick-pdf
+  qt6-multimedia-dev qml6-module-qtmultimedia qt6-pdf-dev
   libsqlite3-dev libexiv2-dev libtag1-dev libjpeg-dev libpng-dev libheif-dev libmd-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   exiv2 libvips-tools

@@ -4,7 +4,6 @@
 #include "app/audio/MusicPlayerVC.h"
 #include "app/audio/SongRecords.h"
 #include "app/core/BasicMethod.h"
-#include "app/kit/AppThemeColor.h"
 #include "app/media/AssetReaders.h"
 #include "app/viewers/InfoViewController.h"
 #include "app/viewers/PhotosInfoVC.h"
@@ -110,23 +109,7 @@ void AudioVC::openItemLevelRow(long row) {
   presentViewController(player, true, nullptr);
 }
 
-void AudioVC::onMainFolderBtnKeepingAlbums(Sender) {
-  isAlBumsDisplay = true;
-  closeBtnView->setHidden(true);
-  selectALLBtn->setHidden(true);
-  headerSelectionView->setHidden(true);
-  albumsCollectionView->setTag(0);
-  if (tap) tap->setEnabled(true);
-  selectALLBtn->setTitle(std::string("Select All"));
-  selectAllCehckmark->setSelected(false);
-  albumsCollectionView->reloadData();
-  AppThemeColor theme;
-  lblMainFolderName->setTextColor(theme.AppTheme());
-  lbSubFolderName->setTextColor(UIColor::darkTextColor());
-  lbSubFolderName->setHidden(true);
-  lastsubImagesAerrowView->setHidden(true);
-  SelectEditView->setHidden(true);
-}
+void AudioVC::onMainFolderBtnKeepingAlbums(Sender) { backToAlbumsKeepingList(); }
 
 void AudioVC::gatherShareItems(Sender, std::function<void(std::vector<UIActivityViewController::Item>)> share) {
   std::vector<std::pair<std::string, std::string>> songs;  // address, name

@@ -2,32 +2,11 @@
 
 #include <string>
 
+#include "app/VC/SettingsRefusalAlert.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/NSLog.h"
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIApplication.h"
 
 namespace nimbrel {
-
-namespace {
-
-constexpr const char* kUIApplicationOpenSettingsURLString = "app-settings:";
-
-void presentMusicRefusal(UIViewController& screen) {
-  auto alert = std::make_shared<UIAlertController>(
-      "Can not access Music Library!",
-      "You have not given permission for access Music. \nGoto settings and give permission to access Music.",
-      UIAlertControllerStyle::alert);
-  alert->addAction({"Cancel", UIAlertActionStyle::defaultStyle, nullptr});
-  alert->addAction({"Setting", UIAlertActionStyle::defaultStyle, [](const UIAlertAction&) {
-                      if (auto url = URL::withString(kUIApplicationOpenSettingsURLString)) {
-                        UIApplication::sharedApplication().openURL(*url, {}, nullptr);
-                      }
-                    }});
-  screen.presentViewController(alert, true, nullptr);
-}
-
-}  // namespace
 
 void handleMusicAuthorization(MPMediaLibraryAuthorizationStatus status, std::function<void()> onAuthorised,
                               std::weak_ptr<UIViewController> screen) {
@@ -36,7 +15,11 @@ void handleMusicAuthorization(MPMediaLibraryAuthorizationStatus status, std::fun
     case MPMediaLibraryAuthorizationStatus::denied:
     case MPMediaLibraryAuthorizationStatus::restricted:
       DispatchQueue::main().async([screen = std::move(screen)] {
-        if (auto s = screen.lock()) presentMusicRefusal(*s);
+        if (auto s = screen.lock()) {
+          presentSettingsRefusalAlert(
+              *s, "Can not access Music Library!",
+              "You have not given permission for access Music. \nGoto settings and give permission to access Music.");
+        }
       });
       break;
     case MPMediaLibraryAuthorizationStatus::authorized:

@@ -233,24 +233,9 @@ void DocumentVC::menuChose(const std::string& entry) {
     return;
   }
   // Guarded by the item list's flag, which nothing here clears: "Edit" works once per screen.
-  if (!photoViewModel->isMultipleSelectionEnabled) editOnItemList();
+  if (!photoViewModel->isMultipleSelectionEnabled) enterSelectionModeOnItemList();
 }
 
-void DocumentVC::editOnItemList() {
-  photoViewModel->setAllSelected(true);
-  selectAllItems(*albumsCollectionView);
-  closeBtnView->setHidden(false);
-  selectALLBtn->setHidden(false);
-  headerSelectionView->setHidden(false);
-  photoViewModel->isMultipleSelectionEnabled = true;
-  albumsCollectionView->setTag(1);
-  photoViewModel->setAllSelected(false);
-  deselectAllItems(*albumsCollectionView);
-  setTapInPlace(false, false);
-  selectALLBtn->setTitle(std::string("Select All"));
-  selectAllCehckmark->setSelected(false);
-  selectAllCehckmark->setNeedsDisplay();
-}
 
 void DocumentVC::onDocumentsDeletBtn(Sender) {
   auto identifiers = selectedIdentifiers();
@@ -323,23 +308,6 @@ void DocumentVC::showInfoForSelection() {
 }
 
 // The path bar here only resets the chrome: it reads nothing from the disk.
-void DocumentVC::onDocumentsMainFolderBtn(Sender) {
-  isAlBumsDisplay = true;
-  closeBtnView->setHidden(true);
-  selectALLBtn->setHidden(true);
-  headerSelectionView->setHidden(true);
-  albumsCollectionView->setTag(0);
-  setTapInPlace(true, true);
-  selectALLBtn->setTitle(std::string("Select All"));
-  selectAllCehckmark->setSelected(false);
-  albumsCollectionView->reloadData();
-  AppThemeColor theme;
-  lblMainFolderName->setTextColor(theme.AppTheme());
-  lbSubFolderName->setTextColor(UIColor::darkTextColor());
-  lbSubFolderName->setHidden(true);
-  lastsubImagesAerrowView->setHidden(true);
-  SelectEditView->setHidden(true);
-  view()->layoutIfNeeded();
-}
+void DocumentVC::onDocumentsMainFolderBtn(Sender) { backToAlbumsKeepingList(); }
 
 }  // namespace nimbrel

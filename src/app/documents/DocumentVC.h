@@ -64,8 +64,6 @@ class DocumentVC : public BrowseScreen<AlbumsViewModel>,
 
  private:
   std::vector<std::string> selectedIdentifiers() const;
-  // The frame's way into selection mode, run on the empty item list.
-  void editOnItemList();
   void showListAfterChange();
   // The frame's closure, with the document rows kept unflagged outside selection mode: the flags
   // set there belong to the (empty) item list, as on any album list.

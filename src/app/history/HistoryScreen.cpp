@@ -216,21 +216,7 @@ void HistoryScreen::previewControllerWillDismiss(QLPreviewController&) {
 
 // ---- The path bar and the menu ----
 
-void HistoryScreen::onHistoryMainFolderBtn(Sender) {
-  closeBtnView->setHidden(true);
-  selectALLBtn->setHidden(true);
-  headerSelectionView->setHidden(true);
-  albumsCollectionView->setTag(0);
-  if (tap) tap->setEnabled(true);
-  selectALLBtn->setTitle(std::string("Select All"));
-  selectAllCehckmark->setSelected(false);
-  albumsCollectionView->reloadData();
-  lblMainFolderName->setTextColor(AppThemeColor().AppTheme());
-  lbSubFolderName->setTextColor(UIColor::darkTextColor());
-  lbSubFolderName->setHidden(true);
-  lastsubImagesAerrowView->setHidden(true);
-  SelectEditView->setHidden(true);
-}
+void HistoryScreen::onHistoryMainFolderBtn(Sender) { backToAlbumsKeepingList(); }
 
 void HistoryScreen::menuChose(const std::string& entry) {
   if (entry != "Edit") {
@@ -238,21 +224,9 @@ void HistoryScreen::menuChose(const std::string& entry) {
     return;
   }
   // The item list is empty; the list on show stays out of selection mode until a row is touched.
-  if (!photoViewModel->isMultipleSelectionEnabled) editOnItemList();
+  if (!photoViewModel->isMultipleSelectionEnabled) enterSelectionModeOnItemList();
 }
 
-void HistoryScreen::editOnItemList() {
-  selectAllItems(*albumsCollectionView);
-  closeBtnView->setHidden(false);
-  selectALLBtn->setHidden(false);
-  headerSelectionView->setHidden(false);
-  photoViewModel->isMultipleSelectionEnabled = true;
-  albumsCollectionView->setTag(1);
-  deselectAllItems(*albumsCollectionView);
-  if (tap) tap->setEnabled(false);
-  selectALLBtn->setTitle(std::string("Select All"));
-  selectAllCehckmark->setSelected(false);
-}
 
 // ---- Share and info ----
 

@@ -61,7 +61,6 @@ class HistoryScreen : public BrowseScreen<PhotosViewModel>,
   virtual bool openStopsBeforeRecording() const { return false; }
 
  private:
-  void editOnItemList();
   void openAsset(const URL& url, FileType kind);
 };
 

@@ -246,6 +246,7 @@ bool BrowseScreen<AlbumList>::isSelectionModeOn() const {
 
 template <class AlbumList>
 void BrowseScreen<AlbumList>::setTapInPlace(bool enabled, bool attached) {
+  if (!tap) return;  // a screen whose collection comes to life with its list
   tap->setEnabled(enabled);
   if (!detachesTapInSelectionMode()) return;
   if (attached) {
@@ -480,6 +481,42 @@ void BrowseScreen<AlbumList>::returnToAlbumLevel(bool fromMenu) {
   lbSubFolderName->setHidden(true);
   lastsubImagesAerrowView->setHidden(true);
   SelectEditView->setHidden(true);
+}
+
+template <class AlbumList>
+void BrowseScreen<AlbumList>::backToAlbumsKeepingList() {
+  isAlBumsDisplay = true;
+  closeBtnView->setHidden(true);
+  selectALLBtn->setHidden(true);
+  headerSelectionView->setHidden(true);
+  albumsCollectionView->setTag(0);
+  setTapInPlace(true, true);
+  selectALLBtn->setTitle(std::string("Select All"));
+  selectAllCehckmark->setSelected(false);
+  albumsCollectionView->reloadData();
+  lblMainFolderName->setTextColor(AppThemeColor().AppTheme());
+  lbSubFolderName->setTextColor(UIColor::darkTextColor());
+  lbSubFolderName->setHidden(true);
+  lastsubImagesAerrowView->setHidden(true);
+  SelectEditView->setHidden(true);
+  view()->layoutIfNeeded();
+}
+
+template <class AlbumList>
+void BrowseScreen<AlbumList>::enterSelectionModeOnItemList() {
+  photoViewModel->setAllSelected(true);
+  selectAllItems(*albumsCollectionView);
+  closeBtnView->setHidden(false);
+  selectALLBtn->setHidden(false);
+  headerSelectionView->setHidden(false);
+  photoViewModel->isMultipleSelectionEnabled = true;
+  albumsCollectionView->setTag(1);
+  photoViewModel->setAllSelected(false);
+  deselectAllItems(*albumsCollectionView);
+  setTapInPlace(false, false);
+  selectALLBtn->setTitle(std::string("Select All"));
+  selectAllCehckmark->setSelected(false);
+  selectAllCehckmark->setNeedsDisplay();
 }
 
 template <class AlbumList>

@@ -129,6 +129,12 @@ class BrowseScreen : public UIViewController,
   // Installs the selection closure on the list that was just loaded and runs it once.
   void installDidToggleSelectionOnItems();
   void installDidToggleSelectionOnAlbums();
+  // The path bar's way back that keeps the loaded list: the selection chrome goes, the list is
+  // drawn again, nothing is read.
+  void backToAlbumsKeepingList();
+  // "Edit" run on the item list, where the album flag holds the one list: the chrome shows, but
+  // no row of the list on show is marked until one is touched.
+  void enterSelectionModeOnItemList();
   // Back to the album level with a fresh load; `fromMenu` is false after a delete.
   void returnToAlbumLevel(bool fromMenu);
   // Path bar and item load for album `row`.

@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include "app/VC/SettingsRefusalAlert.h"
 #include "app/core/AppData.h"
 #include "app/core/BasicMethod.h"
 #include "app/media/AlbumSources.h"
@@ -21,22 +22,13 @@ namespace nimbrel {
 
 namespace {
 
-constexpr const char* kUIApplicationOpenSettingsURLString = "app-settings:";
 constexpr const char* kAssetFile = "Nimbrel/PHAsset+Extension";
 constexpr int kEditingInputLine = 62;
 
 void presentAccessRefusal(UIViewController& screen) {
-  auto alert = std::make_shared<UIAlertController>(
-      "Can not access Photos!",
-      "You have not given permission for access Photos. \nGoto settings and give permission to access Photos.",
-      UIAlertControllerStyle::alert);
-  alert->addAction({"Cancel", UIAlertActionStyle::defaultStyle, nullptr});
-  alert->addAction({"Setting", UIAlertActionStyle::defaultStyle, [](const UIAlertAction&) {
-                      if (auto url = URL::withString(kUIApplicationOpenSettingsURLString)) {
-                        UIApplication::sharedApplication().openURL(*url, {}, nullptr);
-                      }
-                    }});
-  screen.presentViewController(alert, true, nullptr);
+  presentSettingsRefusalAlert(
+      screen, "Can not access Photos!",
+      "You have not given permission for access Photos. \nGoto settings and give permission to access Photos.");
 }
 
 }  // namespace

@@ -27,16 +27,16 @@ void boxesFor(double sigma, Box out[3]) {
 
 // One box pass along a line of `n` elements `stride` floats apart, `lanes` floats per element
 // (4 channels along a row; a whole row of pixels when walking down the columns).
-void boxPass(const float* in, float* out, int n, size_t stride, size_t lanes, Box box, std::vector<double>& sum) {
-  double inv = 1.0 / (box.hi - box.lo + 1);
-  std::fill(sum.begin(), sum.begin() + lanes, 0.0);
+void boxPass(const float* in, float* out, int n, size_t stride, size_t lanes, Box box, std::vector<float>& sum) {
+  float inv = 1.0f / static_cast<float>(box.hi - box.lo + 1);
+  std::fill(sum.begin(), sum.begin() + lanes, 0.0f);
   for (int k = std::max(0, box.lo); k <= std::min(n - 1, box.hi); ++k) {
     const float* p = in + k * stride;
     for (size_t c = 0; c < lanes; ++c) sum[c] += p[c];
   }
   for (int x = 0; x < n; ++x) {
     float* o = out + x * stride;
-    for (size_t c = 0; c < lanes; ++c) o[c] = static_cast<float>(sum[c] * inv);
+    for (size_t c = 0; c < lanes; ++c) o[c] = sum[c] * inv;
     int add = x + 1 + box.hi, drop = x + box.lo;
     if (add < n) {
       const float* p = in + add * stride;
@@ -75,7 +75,7 @@ BlurredPixels gaussianBlurRGBA(const std::uint8_t* rgba, int width, int height, 
   if (sigma > 0) {
     Box boxes[3];
     boxesFor(sigma, boxes);
-    std::vector<double> sum(std::max<size_t>(row, 4));
+    std::vector<float> sum(std::max<size_t>(row, 4));
     for (const Box& box : boxes) {
       for (int y = 0; y < H; ++y) boxPass(a.data() + y * row, b.data() + y * row, W, 4, 4, box, sum);
       std::swap(a, b);
