@@ -60,6 +60,27 @@ TEST_F(ViewersTest, TheStillIsRequestedAtFullSizeAndZoomIsBetweenOneAndThree) {
   EXPECT_EQ(viewer->scrollView->zoomScale(), 1.0);
 }
 
+TEST_F(ViewersTest, OnlyPresentationStyleZeroTurnsBlackInFullScreen) {
+  const std::pair<UIModalPresentationStyle, UIColor> rows[] = {
+      {UIModalPresentationStyle::fullScreen, UIColor::blackColor()},
+      {UIModalPresentationStyle::overFullScreen, UIColor::whiteColor()},
+      {UIModalPresentationStyle::pageSheet, UIColor::whiteColor()}};
+  for (const auto& [style, expected] : rows) {
+    auto viewer = PreviewBuilder::build(asset("STILL/L0/001"));
+    viewer->setModalPresentationStyle(style);
+    nav()->presentViewController(viewer, false, nullptr);
+    settle();
+    viewer->setFullscreen(true);
+    settle();
+    EXPECT_EQ(viewer->view()->backgroundColor(), expected) << static_cast<int>(style);
+    viewer->setFullscreen(false);
+    settle();
+    EXPECT_EQ(viewer->view()->backgroundColor(), UIColor::whiteColor());
+    nav()->dismissViewControllerAnimated(false, nullptr);
+    settle();
+  }
+}
+
 TEST_F(ViewersTest, DoubleTapZoomsToTwoAroundTheTouchAndBackToOne) {
   auto viewer = show("STILL/L0/001");
   viewer->doubleTapRecognizer->recognize(UIGestureRecognizerState::ended, {100, 200});
