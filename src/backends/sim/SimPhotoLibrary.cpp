@@ -67,6 +67,17 @@ std::shared_ptr<const PHAssetRecord> SimPhotoLibrary::asset(const std::string& i
   return it == byId_.end() ? nullptr : it->second;
 }
 
+std::shared_ptr<const PHAssetRecord> SimPhotoLibrary::assetWithIdentifierHead(const std::string& head) const {
+  std::lock_guard lock(mutex_);
+  if (!headsCurrent_) {
+    byHead_.clear();
+    for (const auto& r : assets_) byHead_.emplace(r->localIdentifier.substr(0, r->localIdentifier.find('/')), r);
+    headsCurrent_ = true;
+  }
+  auto it = byHead_.find(head);
+  return it == byHead_.end() ? nullptr : it->second;
+}
+
 SimPhotoLibrary::Behaviour SimPhotoLibrary::behaviourOf(const std::string& id) const {
   std::lock_guard lock(mutex_);
   auto it = behaviour_.find(id);
@@ -90,6 +101,7 @@ void SimPhotoLibrary::performChanges(Changes changes, std::function<void(bool, s
     std::set<std::string> goneAssets(changes.deleteAssets.begin(), changes.deleteAssets.end());
     std::set<std::string> goneAlbums(changes.deleteCollections.begin(), changes.deleteCollections.end());
     std::erase_if(assets_, [&](const auto& a) { return goneAssets.count(a->localIdentifier) > 0; });
+    headsCurrent_ = false;
     for (const auto& id : goneAssets) byId_.erase(id);
     std::vector<std::shared_ptr<const PHAssetCollectionRecord>> albums;
     for (const auto& album : albums_) {
@@ -110,6 +122,7 @@ void SimPhotoLibrary::performChanges(Changes changes, std::function<void(bool, s
       byId_[record->localIdentifier] = record;
       behaviour_[record->localIdentifier] = {"none", true, true};
       assets_.push_back(std::move(record));
+      headsCurrent_ = false;
     }
     for (const auto& created : changes.createCollections) {
       auto album = std::make_shared<PHAssetCollectionRecord>();

@@ -22,6 +22,7 @@ class SimPhotoLibrary : public PhotoLibrarySource {
   std::vector<std::shared_ptr<const PHAssetCollectionRecord>> collections() const override;
   std::vector<std::shared_ptr<const PHAssetRecord>> assets() const override;
   std::shared_ptr<const PHAssetRecord> asset(const std::string& localIdentifier) const override;
+  std::shared_ptr<const PHAssetRecord> assetWithIdentifierHead(const std::string& head) const override;
   void performChanges(Changes changes, std::function<void(bool, std::optional<NSError>)> answer) override;
   std::optional<UIImage> image(const PHAssetRecord& asset, CGSize target, bool aspectFill) const override;
   std::optional<Data> imageData(const PHAssetRecord& asset) const override;
@@ -40,6 +41,9 @@ class SimPhotoLibrary : public PhotoLibrarySource {
   mutable std::mutex mutex_;
   std::vector<std::shared_ptr<const PHAssetRecord>> assets_;
   std::map<std::string, std::shared_ptr<const PHAssetRecord>> byId_;
+  // The first asset of each identifier head, made when first asked after a change.
+  mutable std::map<std::string, std::shared_ptr<const PHAssetRecord>> byHead_;
+  mutable bool headsCurrent_ = false;
   std::map<std::string, Behaviour> behaviour_;
   std::vector<std::shared_ptr<const PHAssetCollectionRecord>> albums_;
   bool confirmDeletes_;

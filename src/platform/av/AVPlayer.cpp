@@ -82,6 +82,6 @@ void AVPlayer::scheduleEnd() {
     if (!self || self->generation_ != generation || !self->playing_) return;
     self->position_ = self->item_->durationSeconds();
     self->playing_ = false;
-    NSNotificationCenter::defaultCenter().postNotification({AVPlayerItemDidPlayToEndTimeNotification, self->item_});
+    NSNotificationCenter::defaultCenter().postNotification({AVPlayerItemDidPlayToEndTimeNotification, self->item_, {}});
   });
 }

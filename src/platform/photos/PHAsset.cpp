@@ -30,9 +30,6 @@ std::string idFromQuery(const std::string& query) {
   return {};
 }
 
-std::string identifierHead(const std::string& localIdentifier) {
-  return localIdentifier.substr(0, localIdentifier.find('/'));
-}
 
 }  // namespace
 
@@ -91,17 +88,11 @@ PHFetchResult<PHAsset> PHAsset::fetchAssetsInAssetCollection(const PHAssetCollec
 PHFetchResult<PHAsset> PHAsset::fetchAssetsWithALAssetURLs(const std::vector<URL>& urls,
                                                            const PHFetchOptions* options) {
   auto source = PhotoLibrarySource::current();
-  auto all = source->assets();
   std::vector<std::shared_ptr<const PHAssetRecord>> picked;
   for (const auto& url : urls) {
     std::string id = idFromQuery(url.query().value_or(std::string()));
     if (id.empty()) continue;
-    for (const auto& r : all) {
-      if (identifierHead(r->localIdentifier) == id) {
-        picked.push_back(r);
-        break;
-      }
-    }
+    if (auto r = source->assetWithIdentifierHead(id)) picked.push_back(std::move(r));
   }
   return PHFetchResult<PHAsset>(applyFetchOptions(wrap(std::move(picked)), options));
 }

@@ -41,3 +41,11 @@ void PhotoLibrarySource::install(std::shared_ptr<PhotoLibrarySource> source) {
   std::lock_guard lock(gMutex);
   slot() = std::move(source);
 }
+
+std::shared_ptr<const PHAssetRecord> PhotoLibrarySource::assetWithIdentifierHead(const std::string& head) const {
+  for (const auto& r : assets()) {
+    const std::string& id = r->localIdentifier;
+    if (id.compare(0, id.find('/'), head) == 0) return r;
+  }
+  return nullptr;
+}

@@ -51,6 +51,8 @@ class PhotoLibrarySource {
   // Every asset, in the library's order.
   virtual std::vector<std::shared_ptr<const PHAssetRecord>> assets() const = 0;
   virtual std::shared_ptr<const PHAssetRecord> asset(const std::string& localIdentifier) const = 0;
+  // The first asset, in library order, whose identifier's part before "/" is `head`.
+  virtual std::shared_ptr<const PHAssetRecord> assetWithIdentifierHead(const std::string& head) const;
 
   // Applies the changes whole, after the platform's confirmation of any deletion, or none of
   // them; answers on a background queue.

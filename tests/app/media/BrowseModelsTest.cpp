@@ -111,7 +111,7 @@ class BrowseListTest : public testing::SimTest {
     return out;
   }
   static void loadNativeAd() {
-    AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{MAAdFormat::native, "native-unit", "AppLovin"});
+    AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{MAAdFormat::native, "native-unit", "AppLovin", "", "", ""});
   }
   // What the screens do when told whether everything is picked: pick all when not, clear all when so.
   static void likeTheScreens(const std::shared_ptr<Model>& model, std::vector<bool>& told) {

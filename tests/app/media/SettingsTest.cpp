@@ -151,7 +151,9 @@ TEST_F(SettingsTest, AssetOptionsTakeTheMediaTypesOfTheirFirstRead) {
     if (!row.changeBeforeRead) first = assets->options();
     assets->setSupportedMediaTypes({MediaTypes::image, MediaTypes::video});
     auto options = assets->options();
-    if (first) EXPECT_EQ(options, first) << "never rebuilt";
+    if (first) {
+      EXPECT_EQ(options, first) << "never rebuilt";
+    }
     EXPECT_EQ(mediaTypes(*options), row.expected);
     ASSERT_EQ(options->sortDescriptors.size(), 1u);
     EXPECT_FALSE(options->sortDescriptors[0].ascending);
