@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs, only those missing. Quiet when all is there.
 set -euo pipefail
 packages=(
-  g++ cmake ninja-build pkg-config make
+  g++ cmake ninja-build pkg-config make ccache
   libgtest-dev libgmock-dev libbenchmark-dev
   liburiparser-dev libicu-dev nlohmann-json3-dev
   python3 clang libclang-rt-14-dev
