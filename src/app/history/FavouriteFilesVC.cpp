@@ -27,7 +27,7 @@ FavouriteFilesVC::FavouriteFilesVC() {
 void FavouriteFilesVC::buildList() {
   favouriteModels().clear();
   auto& favourites = AppData::shared()->FavouriteFiles;
-  favourites = foldedInMemory(favourites);
+  favourites = foldedInMemory(std::move(favourites));
   for (const auto& record : favourites) {
     PhotoModel model = historyModel(record, false);
     NSLog(NSByteCountFormatter::stringFromByteCount(model.size.bytes, NSByteCountFormatterCountStyle::file));

@@ -1,6 +1,7 @@
 #include "app/history/HistoryScreen.h"
 
 #include <mutex>
+#include <string_view>
 #include <unordered_set>
 
 #include "app/VC/UICollectionViewExtension.h"
@@ -68,11 +69,21 @@ void HistoryScreen::requestAccess(std::function<void()> granted) {
   requestMusicAccess(weakSelf<UIViewController>(), std::move(granted));
 }
 
-std::vector<File> HistoryScreen::foldedInMemory(const std::vector<File>& records) {
-  std::unordered_set<std::string> seen;
+std::vector<File> HistoryScreen::foldedInMemory(std::vector<File> records) {
+  // The set holds views into `records`, which stay in place until it is done with.
+  std::unordered_set<std::string_view> seen;
+  seen.reserve(records.size());
+  std::vector<bool> first(records.size());
+  size_t count = 0;
+  for (size_t i = 0; i < records.size(); ++i) {
+    first[i] = seen.insert(records[i].url.absoluteString()).second;
+    count += first[i];
+  }
+  if (count == records.size()) return records;
   std::vector<File> kept;
-  for (const auto& record : records) {
-    if (seen.insert(record.url.absoluteString()).second) kept.push_back(record);
+  kept.reserve(count);
+  for (size_t i = 0; i < records.size(); ++i) {
+    if (first[i]) kept.push_back(std::move(records[i]));
   }
   return kept;
 }

@@ -54,7 +54,7 @@ class HistoryScreen : public BrowseScreen<PhotosViewModel>,
   void logPrefetch(long row) override {}
 
   // Keeps the first record of each address, in order.
-  static std::vector<File> foldedInMemory(const std::vector<File>& records);
+  static std::vector<File> foldedInMemory(std::vector<File> records);
   // The frame's collection set-up, then the selection closure run once.
   void setUpListCollection();
   // Whether the open stops at once on an identifier that is no URL (else it stops after a second parse).

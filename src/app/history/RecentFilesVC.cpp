@@ -16,7 +16,7 @@ RecentFilesVC::RecentFilesVC() {
 
 void RecentFilesVC::buildList() {
   auto& recents = AppData::shared()->recentFiles;
-  recents = foldedInMemory(recents);  // in memory only: the preferences keep their twins
+  recents = foldedInMemory(std::move(recents));  // in memory only: the preferences keep their twins
   if (recents.empty()) return;
   for (const auto& record : recents) {
     PhotoModel model = historyModel(record, true);

@@ -1,6 +1,7 @@
 #include "backends/desktop/DesktopImageDecoder.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -41,26 +42,36 @@ std::optional<std::string> coverKey(const std::string& song) {
   return std::string(hex);
 }
 
+std::string cachedCoverPath(const std::string& cache, const std::string& key) { return cache + "/" + key + ".jpg"; }
+
+// The cover at most `kCachedSide` on a side, kept in the cache: the next reading is one small file's,
+// and a scan that finds the file there knows the song's cover is ready without opening the song.
+std::optional<RgbaImage> screenSizedCover(const std::string& data, const std::string& cache, const std::string& key) {
+  const int side = DesktopImageDecoder::kCachedSide;
+  auto full = decodeImageData(data, side, side);
+  if (!full) return std::nullopt;
+  RgbaImage kept = std::move(*full);
+  if (kept.width > side || kept.height > side) {
+    auto [w, h] = fitInSquare(kept.width, kept.height, side);
+    kept = resized(kept, w, h);
+  }
+  std::error_code ec;
+  std::filesystem::create_directories(cache, ec);
+  writeJpeg(cachedCoverPath(cache, key), kept, 92);
+  return kept;
+}
+
 std::optional<RgbaImage> decodeCover(const std::string& song, int width, int height, const std::string& cache) {
   const int side = DesktopImageDecoder::kCachedSide;
   const bool cacheable = !cache.empty() && width <= side && height <= side;
   std::optional<std::string> key = cacheable ? coverKey(song) : std::nullopt;
-  const std::string cached = key ? cache + "/" + *key + ".jpg" : std::string();
   if (key) {
-    if (auto image = decodeJpegCovering(cached, width, height)) return image;
+    if (auto image = decodeJpegCovering(cachedCoverPath(cache, *key), width, height)) return image;
   }
   auto data = AudioTags::artworkData(song);
   if (!data) return std::nullopt;
   if (!key) return decodeImageData(*data, width, height);
-  auto full = decodeImageData(*data, side, side);
-  if (!full) return std::nullopt;
-  if (full->width <= side && full->height <= side) return full;  // small covers read fast as they are
-  auto [w, h] = fitInSquare(full->width, full->height, side);
-  RgbaImage kept = resized(*full, w, h);
-  std::error_code ec;
-  std::filesystem::create_directories(cache, ec);
-  writeJpeg(cached, kept, 92);
-  return kept;
+  return screenSizedCover(*data, cache, *key);
 }
 
 }  // namespace
@@ -77,6 +88,13 @@ std::optional<std::vector<std::uint8_t>> DesktopImageDecoder::decode(const UIIma
   }
   if (!image || image->width <= 0 || image->height <= 0) return std::nullopt;
   return coverCropped(*image, picture.width, picture.height).pixels;
+}
+
+void DesktopImageDecoder::prepareCover(const std::string& song) const {
+  if (coverCache_.empty()) return;
+  auto key = coverKey(song);
+  if (!key || ::access(cachedCoverPath(coverCache_, *key).c_str(), F_OK) == 0) return;
+  if (auto data = AudioTags::artworkData(song)) screenSizedCover(*data, coverCache_, *key);
 }
 
 }  // namespace nimbrel::desktop

@@ -136,15 +136,25 @@ DesktopPlatform::DesktopPlatform(Options options)
 
   music_ = std::make_shared<DesktopMusicLibrary>(locations_.indexPath(), locations_.music, false);
   MediaLibrarySource::install(music_);
+  auto covers = std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers");
   if (options.scan) {
     std::weak_ptr<DesktopMusicLibrary> weak = music_;
-    DispatchQueue::global(QualityOfService::utility).async([weak] {
-      if (auto music = weak.lock()) music->refresh();
+    DispatchQueue::global(QualityOfService::utility).async([weak, covers] {
+      std::vector<std::shared_ptr<const MPMediaItemRecord>> songs;
+      if (auto music = weak.lock()) {
+        music->refresh();
+        songs = music->songs();
+      }
+      // Covers are made while nobody waits, so that a player's first showing reads a small file.
+      for (const auto& song : songs) {
+        if (weak.expired()) return;
+        if (song->hasArtwork) covers->prepareCover(song->backingPath);
+      }
     });
   }
   GeocoderSource::install(std::make_shared<DesktopGeocoder>());
   MediaDurations::install(std::make_shared<DesktopMediaDurations>(music_));
-  ImageDecoder::install(std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers"));
+  ImageDecoder::install(covers);
   AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());

@@ -266,10 +266,12 @@ std::optional<NSFileManager::ItemAttributes> NSFileManager::attributesOfItemAtPa
     const std::string& path, NSError* error) const {
   struct stat st;
   if (::stat(path.c_str(), &st) != 0) {
-    int e = errno;
-    fail(error, 260,
-         "The file " + quoted(lastComponent(path)) + " couldn\u2019t be opened because there is no such file.",
-         {{"NSFilePath", path}}, e);
+    // The sentence costs more than the stat, and most callers only want to know.
+    if (error) {
+      fail(error, 260,
+           "The file " + quoted(lastComponent(path)) + " couldn\u2019t be opened because there is no such file.",
+           {{"NSFilePath", path}}, errno);
+    }
     return std::nullopt;
   }
   ItemAttributes a;

@@ -45,7 +45,7 @@ TEST(DesktopImageDecoderTest, EmbeddedCoversOfEachFormatFillTheBoxAroundTheirCen
   EXPECT_FALSE(AudioTags::artworkData(root / "cover.jpg"));
 }
 
-TEST(DesktopImageDecoderTest, ALargeCoverIsReadOnceIntoTheCacheUntilTheSongChanges) {
+TEST(DesktopImageDecoderTest, ACoverIsReadOnceIntoTheCacheUntilTheSongChanges) {
   TempFolder root;
   ASSERT_TRUE(writeSampleJpeg(root / "cover.jpg", 2400, 1200));
   SampleSong song;
@@ -65,6 +65,16 @@ TEST(DesktopImageDecoderTest, ALargeCoverIsReadOnceIntoTheCacheUntilTheSongChang
   EXPECT_FALSE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
   ASSERT_TRUE(writeSampleSong(root / "a.mp3", song));
   EXPECT_TRUE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
+
+  // A scan makes the copy ahead of any showing, and leaves one that is there alone.
+  fs::remove_all(root / "covers");
+  decoder.prepareCover(root / "a.mp3");
+  kept.clear();
+  for (const auto& e : fs::directory_iterator(root / "covers")) kept.push_back(e.path());
+  ASSERT_EQ(kept.size(), 1u);
+  ASSERT_TRUE(writeJpeg(kept.front().string(), RgbaImage(1024, 512)));
+  decoder.prepareCover(root / "a.mp3");
+  EXPECT_FALSE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
 }
 
 TEST(DesktopImageDecoderTest, PictureFilesShowAsTurnedAndDecodeNoLargerThanTheBoxNeeds) {
