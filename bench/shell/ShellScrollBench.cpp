@@ -3,6 +3,7 @@
 // mean, median, 95th and 99th percentiles and the worst frame, for the album level and the items.
 //
 // usage: nimbrel-scroll-bench [ITEMS] [FRAMES]   (QT_QPA_PLATFORM=offscreen is set when unset)
+// Exits with 3 when Qt or QML printed a warning.
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -28,6 +29,7 @@
 #include "platform/uikit/UICollectionView.h"
 #include "shell/AppBridge.h"
 #include "shell/ImageStore.h"
+#include "shell/QtMessages.h"
 #include "shell/QtRunLoop.h"
 #include "shell/QtTextMeasurer.h"
 
@@ -87,6 +89,7 @@ int main(int argc, char** argv) {
   int items = argc > 1 ? std::atoi(argv[1]) : 5000;
   int frames = argc > 2 ? std::atoi(argv[2]) : 600;
   QGuiApplication app(argc, argv);
+  nimbrel::shell::installQtMessageRecorder();
   QTemporaryDir dir;
   std::string path = dir.filePath("bench.json").toStdString();
   std::ofstream(path) << fixtureWith(items);
@@ -153,5 +156,6 @@ int main(int argc, char** argv) {
   }
   loop.waitForBackground();
   RunLoop::install(previous);
-  return 0;
+  // A warning from Qt or QML (a binding loop while scrolling, say) fails the run.
+  return nimbrel::shell::recordedQtWarnings().isEmpty() ? 0 : 3;
 }

@@ -22,21 +22,24 @@ GridView {
     maximumFlickVelocity: 5000
     pixelAligned: true
 
-    // The height the collection is told: scenes whose header folds pass the height the grid will
-    // reach, so that folding does not lay the collection out again at every step.
+    // The height the collection is told: scenes that draw a folding header over the grid pass the
+    // height left under it, so that folding does not lay the collection out again at every step.
     property real viewHeight: height
+    // Room at the top that the scene covers with its own chrome: the collection's offset starts
+    // below it. The chrome folds over the grid instead of moving it, so nothing loops.
+    property real contentInset: 0
     function feedSize() { if (view && width > 0 && viewHeight > 0) view.setViewSize(width, viewHeight) }
     onWidthChanged: feedSize()
     onViewHeightChanged: feedSize()
     Component.onCompleted: feedSize()
-    onContentYChanged: if (view && moving) view.setContentY(contentY - originY)
-    onMovementEnded: if (view) view.setContentY(Math.max(0, contentY - originY))
+    onContentYChanged: if (view && moving) view.setContentY(contentY - originY + contentInset)
+    onMovementEnded: if (view) view.setContentY(Math.max(0, contentY - originY + contentInset))
     // The collection moved itself (back to the top after a reload): follow it.
     Connections {
         target: grid.view
         function onChanged() {
-            if (!grid.moving && Math.abs((grid.contentY - grid.originY) - grid.view.contentY) > 0.5)
-                grid.contentY = grid.view.contentY + grid.originY
+            if (!grid.moving && Math.abs((grid.contentY - grid.originY + grid.contentInset) - grid.view.contentY) > 0.5)
+                grid.contentY = grid.view.contentY + grid.originY - grid.contentInset
         }
     }
 

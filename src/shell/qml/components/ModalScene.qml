@@ -22,7 +22,7 @@ SceneBase {
         height: implicitHeight
         z: 2
         largeHeight: 60
-        collapse: Math.max(0, Math.min(1, flick.contentY / 60))
+        collapse: Math.max(0, Math.min(1, (flick.contentY + flick.topMargin) / 60))
         smallTitle: root.small ? root.small.text : ""
         smallTitleVisible: root.titleView && !root.titleView.hidden
         largeOpacity: root.expandable ? root.expandable.alpha : 1
@@ -39,12 +39,16 @@ SceneBase {
 
     Flickable {
         id: flick
-        anchors.top: header.bottom
+        // From under the bar, the large title drawn over the inset: it folds without moving the
+        // content it follows.
+        anchors.top: parent.top
+        anchors.topMargin: Theme.barHeight
         anchors.bottom: adBox.top
         width: parent.width
+        topMargin: header.largeHeight
         contentHeight: column.implicitHeight + 32
         clip: true
-        onContentYChanged: if (root.scroll) root.scroll.setContentY(Math.max(0, contentY))
+        onContentYChanged: if (root.scroll) root.scroll.setContentY(Math.max(0, contentY + topMargin))
         Column {
             id: column
             width: flick.width

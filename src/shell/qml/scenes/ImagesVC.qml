@@ -32,7 +32,7 @@ SceneBase {
         width: parent.width
         height: implicitHeight
         z: 3
-        collapse: Math.max(0, Math.min(1, grid.contentY / 72))
+        collapse: Math.max(0, Math.min(1, (grid.contentY + grid.contentInset) / 72))
         smallTitle: root.below ? root.below.text : ""
         smallTitleVisible: root.titleView && !root.titleView.hidden
         largeOpacity: root.expandable ? Math.max(0.1, root.expandable.alpha) : 1
@@ -158,11 +158,14 @@ SceneBase {
         id: grid
         objectName: "albumsGrid"
         view: root.collection
-        anchors.top: pathBar.bottom
+        // From under the bar: the large title and the path bar are drawn over the grid's inset.
+        anchors.top: parent.top
+        anchors.topMargin: Theme.barHeight
         anchors.bottom: adSlot.top
         width: parent.width
-        viewHeight: height + header.largeHeight * (1 - header.collapse)
-        topMargin: 6
+        contentInset: header.largeHeight + pathBar.height
+        viewHeight: height - pathBar.height
+        topMargin: contentInset + 6
         bottomMargin: editBar.visible ? editBar.height + 6 : 6
         cellFiles: ({
             "albumGridCell": Qt.resolvedUrl("../cells/AlbumGridCell.qml"),
