@@ -54,7 +54,8 @@ Data encoded(PlistValue::Array records) { return *BinaryPropertyList::write(Plis
 
 std::vector<std::string> addresses(const Data& bytes) {
   std::vector<std::string> out;
-  for (const auto& r : BinaryPropertyList::read(bytes)->array()) out.push_back(r.find("url")->find("relative")->string());
+  auto root = BinaryPropertyList::read(bytes);
+  for (const auto& r : root->array()) out.push_back(r.find("url")->find("relative")->string());
   return out;
 }
 
