@@ -5,6 +5,7 @@ import Nimbrel.Shell
 // that leaves the screens usable and stays until it is closed.
 Rectangle {
     id: root
+    objectName: "noticeBanner"
     visible: AppBridge.notice.length > 0
     anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 10 }
     height: message.implicitHeight + 24
@@ -21,6 +22,7 @@ Rectangle {
     }
     Text {
         id: close
+        objectName: "noticeClose"
         anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 14 }
         text: "\u2715"
         font.pixelSize: 16
