@@ -16,7 +16,6 @@
 #include "platform/foundation/BinaryPropertyList.h"
 #include "platform/foundation/PlistSamples.h"
 #include "platform/foundation/PlistTestSupport.h"
-#include "app/core/BasicMethod.h"
 #include "plutil/PlistJson.h"
 #include "plutil/PlistPrinter.h"
 
@@ -210,47 +209,3 @@ TEST_F(PlutilTool, UsageErrorsAreOneLine) {
 }
 
 }  // namespace
-
-namespace {
-
-PlistValue record(const std::string& address, std::optional<std::string> kind) {
-  PlistValue::Dictionary r{{"url", PlistValue(PlistValue::Dictionary{{"relative", address}})},
-                           {"openingDate", Date{785000000}}};
-  if (kind) r.emplace_back("filetype", *kind);
-  return PlistValue(std::move(r));
-}
-
-}  // namespace
-
-// The values the desktop set aside: one list with a record the program cannot read, one that is
-// no list at all. The tool shows each record, then keeps what the program reads.
-TEST_F(PlutilTool, ListsOfAKeptFileArePrintedAndMendedToWhatTheProgramReads) {
-  PlistValue::Array recents{record("file:///home/me/a.pdf", "docs"), record("file:///home/me/b.pdf", std::nullopt),
-                            record("ipod-library://item/item.mp3?id=42", "music")};
-  PlistValue::Dictionary kept{{"recentFiles", *BinaryPropertyList::write(PlistValue(recents))},
-                              {"favFiles", Data{'j', 'u', 'n', 'k'}},
-                              {"kIsListView", true}};
-  save(file("kept"), *BinaryPropertyList::write(PlistValue(kept)));
-
-  auto shown = run({"-lists", file("kept")});
-  EXPECT_EQ(shown.status, 0) << shown.err;
-  EXPECT_NE(shown.out.find("\"recentFiles\" => 3 records, 1 unreadable\n"
-                           "  0 => file:///home/me/a.pdf (docs, opened 2025-11-16 15:33:20 +0000)\n"
-                           "  1 => unreadable: No value associated with key"),
-            std::string::npos)
-      << shown.out;
-  EXPECT_NE(shown.out.find("\"favFiles\" => not a property list"), std::string::npos) << shown.out;
-
-  auto mended = run({"-mend", "-o", file("mended"), file("kept")});
-  EXPECT_EQ(mended.status, 0);
-  EXPECT_EQ(mended.err, "recentFiles: 2 records kept, 1 dropped\nfavFiles: nothing the program reads; removed\n");
-  auto values = BinaryPropertyList::read(loadData(file("mended")));
-  ASSERT_TRUE(values && values->isDictionary());
-  ASSERT_EQ(values->dictionary().size(), 2u);
-  EXPECT_EQ(values->dictionary()[1], (std::pair<std::string, PlistValue>{"kIsListView", true}));
-  auto files = nimbrel::decodeFiles(values->dictionary()[0].second.data());
-  ASSERT_TRUE(std::holds_alternative<std::vector<nimbrel::File>>(files));
-  const auto& read = std::get<std::vector<nimbrel::File>>(files);
-  ASSERT_EQ(read.size(), 2u);
-  EXPECT_EQ(read[1].url.absoluteString(), "ipod-library://item/item.mp3?id=42");
-}

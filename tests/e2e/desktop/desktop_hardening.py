@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """No crash loop on the desktop: the runner over a real folder tree when files and stored state go bad.
 
-1. A picture opened and marked as a favourite is deleted by another program while the program runs:
-   it leaves both lists, in memory and in the preferences file. One deleted while the program is not
-   running: the next start shows the home screen, twice in a row, without it. Each removal is one
-   line on standard error and in the log.
+1. A picture opened and made a favourite is deleted by another program while the program runs: it
+   leaves both lists, in memory and in the preferences file. One deleted while the program is not
+   running: the next start shows home, twice in a row. One line each on standard error and in the log.
 2. A preferences file that is garbage: home shows, the garbage is kept beside it, the window says where.
-3. A stored recent list that cannot be decoded: set aside on its own, the favourites kept;
-   nimbrel-plutil prints and mends the kept file.
-Standard output carries protocol answers only: every line read from it must be one.
+3. A recent list with a record the program cannot decode is set aside alone; favourites whose files
+   are gone leave; nimbrel-plutil prints and mends the kept list.
+Standard output carries protocol answers only: every line read from it must parse as one.
 
 usage: desktop_hardening.py NIMBREL_HEADLESS NIMBREL_DEMO_LIBRARY NIMBREL_PLUTIL
 """
@@ -25,8 +24,6 @@ from desktop_library import Runner, cells, open_albums, texts, top
 
 
 class LoggedRunner(Runner):
-    """The runner with its standard error kept in a file, and the rest of its output checked at the end."""
-
     def __init__(self, program, env, stderr_path):
         self.stderr_file = open(stderr_path, "w")
         self.process = subprocess.Popen([program, "--desktop"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
@@ -34,11 +31,12 @@ class LoggedRunner(Runner):
 
     def close(self):
         self.process.stdin.close()
-        rest = self.process.stdout.read()
-        status = self.process.wait(timeout=30)
+        rest, status = self.process.stdout.read(), self.process.wait(timeout=30)
         self.stderr_file.close()
-        assert rest == "", f"standard output carried more than answers: {rest!r}"
-        assert status == 0, f"the runner ended with {status}"
+        assert rest == "" and status == 0, f"ended with {status}, after the answers: {rest!r}"
+
+    def log(self, prefix):
+        return [line for line in self.ok({"op": "log"})["lines"] if line.startswith(prefix)]
 
 
 def start_to_home(headless, env, stderr_path):
@@ -49,20 +47,17 @@ def start_to_home(headless, env, stderr_path):
     return runner, tree
 
 
-def open_album(runner, name, expect_prompt):
+def open_first_picture(runner, album, expect_prompt):
     tree = open_albums(runner, expect_prompt)
-    row = next(i for i, c in enumerate(cells(tree)) if any(name in t for t in texts(c)))
+    row = next(i for i, c in enumerate(cells(tree)) if any(album in t for t in texts(c)))
     runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-    runner.until(f"the album {name}", lambda t: top(t)["outlets"]["lbSubFolderName"]["text"] == name and cells(t))
-
-
-def open_first_picture(runner):
-    """Opens the album's first picture; its address as the recent list now has it."""
+    runner.until(album, lambda t: top(t)["outlets"]["lbSubFolderName"]["text"] == album and cells(t))
+    if expect_prompt:
+        runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
+        runner.ok({"op": "action", "selector": "onFavBtn:"})
     runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
     runner.until("the viewer", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
-    recents = runner.ok({"op": "state"})["recentFiles"]
-    assert len(recents) == 1, recents
-    return recents[0]["url"]
+    return runner.ok({"op": "state"})["recentFiles"][0]["url"]
 
 
 def remove_all(folder):
@@ -70,17 +65,16 @@ def remove_all(folder):
         os.remove(os.path.join(folder, name))
 
 
-def prefs_path(home):
-    return os.path.join(home, ".config", "nimbrel", "preferences.plist")
-
-
-def kept_beside(home):
-    return sorted(glob.glob(prefs_path(home) + ".unreadable-*"))
-
-
 def read(path):
     with open(path, "rb") as f:
         return f.read()
+
+
+def record(url, kind="docs"):
+    out = {"url": {"relative": url}, "openingDate": datetime.datetime(2026, 1, 1)}
+    if kind:
+        out["filetype"] = kind
+    return out
 
 
 def main():
@@ -91,87 +85,77 @@ def main():
         env.update(HOME=home, XDG_DATA_HOME=f"{home}/.local/share", XDG_CONFIG_HOME=f"{home}/.config",
                    XDG_CACHE_HOME=f"{home}/.cache", XDG_STATE_HOME=f"{home}/.local/state",
                    NIMBREL_HOME=f"{home}/.local/share/nimbrel", NIMBREL_ADS="none")
-        err = os.path.join(home, "stderr.txt")
+        err, prefs = os.path.join(home, "stderr.txt"), os.path.join(home, ".config", "nimbrel", "preferences.plist")
+        log_file = os.path.join(home, ".local", "state", "nimbrel", "nimbrel.log")
 
-        # 1. A picture opened and made a favourite, then deleted by another program while the program runs.
+        # 1. Deleted while running, then deleted while not running.
         runner = LoggedRunner(headless, env, err)
-        open_album(runner, "Rome 2023", expect_prompt=True)
-        runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
-        runner.ok({"op": "action", "selector": "onFavBtn:"})
-        address = open_first_picture(runner)
+        address = open_first_picture(runner, "Rome 2023", expect_prompt=True)
         assert runner.ok({"op": "state"})["FavouriteFiles"][0]["url"] == address
         remove_all(os.path.join(home, "Pictures", "Rome 2023"))
         deadline = time.monotonic() + 20
-        while True:
-            runner.ok({"op": "idle"})
-            state = runner.ok({"op": "state"})
-            if state["recentFiles"] == [] and state["FavouriteFiles"] == []:
-                break
-            assert time.monotonic() < deadline, f"the lists kept a deleted picture: {state}"
+        while runner.ok({"op": "idle"}) and runner.ok({"op": "state"})["recentFiles"]:
+            assert time.monotonic() < deadline, "the lists kept a deleted picture"
             time.sleep(0.05)
-        values = runner.ok({"op": "prefs"})["values"]
-        assert values["recentFiles"]["$files"] == [] and values["favFiles"]["$files"] == [], values
-        removed = [l for l in runner.ok({"op": "log"})["lines"] if l.startswith("Removed " + address)]
-        assert len(removed) == 2, removed
+        state, values = runner.ok({"op": "state"}), runner.ok({"op": "prefs"})["values"]
+        assert state["FavouriteFiles"] == [] and values["recentFiles"]["$files"] == values["favFiles"]["$files"] == []
+        assert len(runner.log("Removed " + address)) == 2
         runner.close()
 
-        # ... and one deleted while the program is not running: the next start shows home, twice.
         runner = LoggedRunner(headless, env, err)
-        open_album(runner, "Tokyo", expect_prompt=False)
-        address = open_first_picture(runner)
+        address = open_first_picture(runner, "Tokyo", expect_prompt=False)
         runner.close()
         remove_all(os.path.join(home, "Pictures", "Tokyo"))
-        for attempt in (1, 2):
+        for expected in ([address], []):
             runner, tree = start_to_home(headless, env, err)
-            state = runner.ok({"op": "state"})
-            assert state["recentFiles"] == [], f"start {attempt}: {state}"
-            values = runner.ok({"op": "prefs"})["values"]
-            assert values["recentFiles"]["$files"] == [], values
-            removed = [l for l in runner.ok({"op": "log"})["lines"] if l.startswith("Removed " + address)]
+            assert runner.ok({"op": "state"})["recentFiles"] == [] and tree["notice"] is None
+            removed = runner.log("Removed ")
             runner.close()
-            assert len(removed) == (1 if attempt == 1 else 0), f"start {attempt}: {removed}"
-            on_stderr = [l for l in read(err).decode().splitlines() if l.startswith("Removed " + address)]
-            assert on_stderr == removed, f"start {attempt}: standard error has {on_stderr}"
-            assert tree["notice"] is None, tree["notice"]
+            assert [line.split()[1] for line in removed] == expected, removed
+            assert [l for l in read(err).decode().splitlines() if l.startswith("Removed ")] == removed
+        assert "Removed " + address in read(log_file).decode()
 
         # 2. Garbage in the preferences file.
-        with open(prefs_path(home), "wb") as f:
+        with open(prefs, "wb") as f:
             f.write(b"garbage, not a property list")
         runner, tree = start_to_home(headless, env, err)
-        kept = kept_beside(home)
+        kept = glob.glob(prefs + ".unreadable-*")
         assert len(kept) == 1 and read(kept[0]) == b"garbage, not a property list", kept
-        assert tree["notice"] and kept[0] in tree["notice"], tree["notice"]
-        assert any("kept as " + kept[0] in l for l in runner.ok({"op": "log"})["lines"])
+        assert kept[0] in tree["notice"] and runner.log("Preferences at " + prefs), tree["notice"]
         runner.ok({"op": "notice", "dismiss": True})
         assert runner.ok({"op": "tree"})["notice"] is None
         runner.close()
-        assert "kept as " + kept[0] in read(err).decode()
+        assert "kept as " + kept[0] in read(err).decode() and "kept as " + kept[0] in read(log_file).decode()
         os.remove(kept[0])
 
-        # 3. A recent list that cannot be decoded, beside favourites that can.
+        # 3. A recent list the program cannot decode; favourites whose files are gone.
         document = os.path.join(home, "notes.pdf")
         with open(document, "wb") as f:
             f.write(b"%PDF-1.4\n")
-        favourites = plistlib.dumps([{"url": {"relative": "file://" + document}, "filetype": "docs",
-                                      "openingDate": datetime.datetime(2026, 1, 1)}],
-                                    fmt=plistlib.FMT_BINARY)
-        with open(prefs_path(home), "wb") as f:
-            f.write(plistlib.dumps({"isFirstTime": True, "recentFiles": b"\x00junk", "favFiles": favourites},
+        recents = plistlib.dumps([record("file://" + document), record("file:///x.pdf", kind=None)],
+                                 fmt=plistlib.FMT_BINARY)
+        favourites = [record("file://" + document), record("file:///nowhere/gone.pdf"),
+                      record("ipod-library://item/item.mp3?id=999", "music")]
+        with open(prefs, "wb") as f:
+            f.write(plistlib.dumps({"isFirstTime": True, "recentFiles": recents,
+                                    "favFiles": plistlib.dumps(favourites, fmt=plistlib.FMT_BINARY)},
                                    fmt=plistlib.FMT_BINARY))
-        for attempt in (1, 2):
+        for removals in (2, 0):
             runner, tree = start_to_home(headless, env, err)
             values = runner.ok({"op": "prefs"})["values"]
+            assert len(runner.log("Removed ")) == removals
             runner.close()
             assert "recentFiles" not in values, values
             assert [f["url"] for f in values["favFiles"]["$files"]] == ["file://" + document], values
-        kept = kept_beside(home)
-        assert len(kept) == 1, kept
-        with open(kept[0], "rb") as f:
-            assert plistlib.load(f) == {"recentFiles": b"\x00junk"}
+        kept = glob.glob(prefs + ".unreadable-*")
+        assert len(kept) == 1 and plistlib.loads(read(kept[0])) == {"recentFiles": recents}, kept
         shown = subprocess.run([plutil, "-lists", kept[0]], capture_output=True, text=True)
-        assert shown.returncode == 0 and '"recentFiles" => not a property list' in shown.stdout, shown
-        mended = subprocess.run([plutil, "-mend", kept[0]], capture_output=True, text=True)
-        assert mended.returncode == 0 and "recentFiles: nothing the program reads; removed" in mended.stderr, mended
+        assert '"recentFiles" => 2 records, 1 unreadable' in shown.stdout, shown
+        mended = subprocess.run([plutil, "-mend", "-o", os.path.join(home, "mended"), kept[0]], capture_output=True,
+                                text=True)
+        assert mended.stderr == "recentFiles: 1 records kept, 1 dropped\n", mended
+        lists = plistlib.loads(read(os.path.join(home, "mended")))
+        assert [r["url"]["relative"] for r in plistlib.loads(lists["recentFiles"])] == ["file://" + document]
     print("desktop hardening: deleted files, a garbage preferences file and an undecodable list survived")
 
 
