@@ -71,10 +71,7 @@ def read(path):
 
 
 def record(url, kind="docs"):
-    out = {"url": {"relative": url}, "openingDate": datetime.datetime(2026, 1, 1)}
-    if kind:
-        out["filetype"] = kind
-    return out
+    return {"url": {"relative": url}, "openingDate": datetime.datetime(2026, 1, 1), **({"filetype": kind} if kind else {})}
 
 
 def main():
@@ -130,8 +127,7 @@ def main():
 
         # 3. A recent list the program cannot decode; favourites whose files are gone.
         document = os.path.join(home, "notes.pdf")
-        with open(document, "wb") as f:
-            f.write(b"%PDF-1.4\n")
+        open(document, "wb").close()
         recents = plistlib.dumps([record("file://" + document), record("file:///x.pdf", kind=None)],
                                  fmt=plistlib.FMT_BINARY)
         favourites = [record("file://" + document), record("file:///nowhere/gone.pdf"),
