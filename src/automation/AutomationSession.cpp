@@ -1,6 +1,7 @@
 #include "automation/AutomationSession.h"
 
 #include <cstdio>
+#include <optional>
 
 #include "app/VC/PopupMenu.h"
 #include "app/core/AppData.h"
@@ -11,6 +12,7 @@
 #include "platform/uikit/UISlider.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/av/AVPlayer.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
@@ -18,6 +20,7 @@
 #include "platform/uikit/UIDocumentPickerViewController.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIGestureRecognizer.h"
+#include "platform/uikit/UserNotice.h"
 
 namespace nimbrel {
 
@@ -70,6 +73,60 @@ json plistJson(const PlistValue& v) {
   return nullptr;
 }
 
+// The type every known field must have; a request with another is refused whole, before it acts.
+enum class FieldType { string, boolean, number, integer, integerOrNull };
+
+struct FieldRule {
+  const char* key;
+  FieldType type;
+};
+
+constexpr FieldRule kFieldRules[] = {
+    {"op", FieldType::string},         {"selector", FieldType::string},   {"sender", FieldType::string},
+    {"screen", FieldType::string},     {"collection", FieldType::string}, {"recognizer", FieldType::string},
+    {"action", FieldType::string},     {"pick", FieldType::string},       {"path", FieldType::string},
+    {"dismiss", FieldType::boolean},   {"cancel", FieldType::boolean},    {"seconds", FieldType::number},
+    {"x", FieldType::number},          {"y", FieldType::number},          {"value", FieldType::number},
+    {"index", FieldType::integer},     {"row", FieldType::integerOrNull},
+};
+
+std::optional<std::string> wrongField(const json& request) {
+  for (const auto& rule : kFieldRules) {
+    auto it = request.find(rule.key);
+    if (it == request.end()) continue;
+    switch (rule.type) {
+      case FieldType::string:
+        if (!it->is_string()) return "\"" + std::string(rule.key) + "\" must be a string";
+        break;
+      case FieldType::boolean:
+        if (!it->is_boolean()) return "\"" + std::string(rule.key) + "\" must be true or false";
+        break;
+      case FieldType::number:
+        if (!it->is_number()) return "\"" + std::string(rule.key) + "\" must be a number";
+        break;
+      case FieldType::integer:
+        if (!it->is_number_integer()) return "\"" + std::string(rule.key) + "\" must be a whole number";
+        break;
+      case FieldType::integerOrNull:
+        if (!it->is_number_integer() && !it->is_null()) return "\"" + std::string(rule.key) + "\" must be a number or null";
+        break;
+    }
+  }
+  return std::nullopt;
+}
+
+// What stands between a person and the screens: touches and actions wait for its answer.
+std::optional<std::string> modalInTheWay() {
+  if (TreeWriter::currentAlert()) return "an alert is showing: answer it with {\"op\":\"alert\"} first";
+  if (TreeWriter::currentPicker()) return "a document picker is showing: answer it with {\"op\":\"picker\"} first";
+  return std::nullopt;
+}
+
+bool flag(const json& request, const char* key) {
+  auto it = request.find(key);
+  return it != request.end() && it->is_boolean() && it->get<bool>();
+}
+
 std::string stringField(const json& request, const char* key) {
   auto it = request.find(key);
   if (it == request.end() || !it->is_string()) return {};
@@ -88,9 +145,17 @@ AutomationSession::AutomationSession(AutomationHost& host) : host_(host) {
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fputc('\n', stderr);
   });
+  // The platform's diagnostics are on standard error already; the log keeps them as well.
+  Diagnostics::listen([buffer](std::string_view line) {
+    if (auto b = buffer.lock()) {
+      std::lock_guard lock(b->mutex);
+      b->lines.emplace_back(line);
+    }
+  });
 }
 
 AutomationSession::~AutomationSession() {
+  Diagnostics::listen(nullptr);
   LogSink::install(nullptr);
 }
 
@@ -102,14 +167,28 @@ std::string AutomationSession::handleLine(const std::string& line) {
   } else if (!request.is_object()) {
     response = failure("the request must be a JSON object");
   } else {
-    response = handle(request);
+    try {
+      response = handle(request);
+    } catch (const json::exception& e) {
+      // A request shaped in a way no check above foresaw is still only a bad request.
+      response = failure(std::string("the request could not be read: ") + e.what());
+    }
   }
   return response.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 json AutomationSession::handle(const json& request) {
+  if (auto why = wrongField(request)) return failure(*why);
   std::string op = stringField(request, "op");
   if (op.empty()) return failure("the request has no \"op\"");
+  if (op == "action" || op == "tap" || op == "longPress" || op == "gesture" || op == "menu") {
+    if (auto why = modalInTheWay()) return failure(*why);
+  }
+  if (op == "notice") {
+    if (!flag(request, "dismiss")) return failure("notice supports {\"dismiss\": true}");
+    if (!UserNotice::dismiss()) return failure("no notice is showing");
+    return success();
+  }
   if (op == "tree") return TreeWriter::tree(host_.elapsed());
   if (op == "action") return action(request);
   if (op == "alert") return alert(request);
@@ -238,7 +317,7 @@ json AutomationSession::gesture(const json& request) {
 
 json AutomationSession::menu(const json& request) {
   if (popupMenuEntries().empty()) return failure("no menu is open");
-  if (request.value("dismiss", false)) {
+  if (flag(request, "dismiss")) {
     dismissPopupMenu();
   } else {
     auto index = request.find("index");
@@ -263,7 +342,7 @@ json AutomationSession::alert(const json& request) {
 json AutomationSession::sheet(const json& request) {
   auto current = TreeWriter::currentSheet();
   if (!current) return failure("no share sheet is showing");
-  if (!request.value("dismiss", false)) return failure("sheet supports {\"dismiss\": true}");
+  if (!flag(request, "dismiss")) return failure("sheet supports {\"dismiss\": true}");
   current->close(false);
   host_.settle();
   return success();
@@ -273,7 +352,7 @@ json AutomationSession::sheet(const json& request) {
 json AutomationSession::picker(const json& request) {
   auto current = TreeWriter::currentPicker();
   if (!current) return failure("no document picker is showing");
-  if (request.value("cancel", false)) {
+  if (flag(request, "cancel")) {
     current->cancel();
   } else {
     std::string name = stringField(request, "pick");
@@ -286,7 +365,7 @@ json AutomationSession::picker(const json& request) {
 }
 
 json AutomationSession::ad(const json& request) {
-  if (!request.value("dismiss", false)) return failure("ad supports {\"dismiss\": true}");
+  if (!flag(request, "dismiss")) return failure("ad supports {\"dismiss\": true}");
   if (!FullScreenAdStage::shared().close()) return failure("no full-screen ad is showing");
   host_.settle();
   return success();

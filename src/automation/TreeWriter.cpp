@@ -17,6 +17,7 @@
 #include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UserNotice.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
@@ -321,6 +322,8 @@ json TreeWriter::tree(double now) {
   } else {
     out["ad"] = nullptr;
   }
+  const auto& notice = UserNotice::current();
+  out["notice"] = notice ? json(*notice) : json(nullptr);
   return out;
 }
 

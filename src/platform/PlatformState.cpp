@@ -31,6 +31,7 @@
 #include "platform/uikit/UINib.h"
 #include "platform/uikit/UIScreen.h"
 #include "platform/uikit/UIStoryboard.h"
+#include "platform/uikit/UserNotice.h"
 
 void resetPlatformState() {
   UIApplication::sharedApplication().reset();
@@ -57,6 +58,7 @@ void resetPlatformState() {
   NSNotificationCenter::defaultCenter().reset();
   UIStoryboard::unregisterAll();
   UINib::unregisterAll();
+  UserNotice::reset();
   NSUserDefaults::installStandard(std::make_shared<InMemoryPreferencesStore>());
   UIScreen::mainScreen().configure({390, 844}, 3);
   UIDevice::currentDevice().configure(UIUserInterfaceIdiom::phone, "17.0");

@@ -9,6 +9,7 @@
 #include "automation/TreeWriter.h"
 #include "shell/DocumentPickerDialog.h"
 #include "platform/ads/FullScreenAdStage.h"
+#include "platform/uikit/UserNotice.h"
 #include "platform/foundation/NSDateFormatter.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/UIActivityViewController.h"
@@ -71,6 +72,7 @@ AppBridge::AppBridge(QObject* parent) : QObject(parent) {
   progressHUD_ = ProgressHUD::shared();
   observe(progressHUD_->changed());
   observe(FullScreenAdStage::shared().changed());
+  observe(UserNotice::changed());
   menuOverlay_ = popupMenuOverlay();
   observe(menuOverlay_->changed());
   clockTimer_ = new QTimer(this);
@@ -304,6 +306,13 @@ void AppBridge::refreshOverlays() {
     adFormat_ = format;
     Q_EMIT adChanged();
   }
+
+  const auto& notice = UserNotice::current();
+  QString noticeText = notice ? QString::fromStdString(*notice) : QString();
+  if (noticeText != notice_) {
+    notice_ = noticeText;
+    Q_EMIT noticeChanged();
+  }
 }
 
 void AppBridge::setNativeDocumentPicker(bool native) {
@@ -332,6 +341,10 @@ bool AppBridge::closeSheet() {
 
 bool AppBridge::closeAd() {
   return FullScreenAdStage::shared().close();
+}
+
+bool AppBridge::dismissNotice() {
+  return UserNotice::dismiss();
 }
 
 bool AppBridge::back() {

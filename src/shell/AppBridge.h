@@ -80,6 +80,8 @@ class AppBridge : public QObject {
   Q_PROPERTY(bool adVisible READ adVisible NOTIFY adChanged)
   Q_PROPERTY(QString adNetwork READ adNetwork NOTIFY adChanged)
   Q_PROPERTY(QString adFormat READ adFormat NOTIFY adChanged)
+  // The platform's own message to the person (where a damaged file was kept); empty when none.
+  Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
   Q_PROPERTY(bool pad READ pad CONSTANT)
   Q_PROPERTY(QString windowTitle READ windowTitle CONSTANT)
   // Whether players' files are real media to decode and show (the desktop platform), or stand-ins.
@@ -119,6 +121,7 @@ class AppBridge : public QObject {
   bool adVisible() const { return adVisible_; }
   QString adNetwork() const { return adNetwork_; }
   QString adFormat() const { return adFormat_; }
+  QString notice() const { return notice_; }
   bool pad() const { return pad_; }
   QString windowTitle() const { return windowTitle_; }
   QString clock() const { return clock_; }
@@ -128,6 +131,7 @@ class AppBridge : public QObject {
   Q_INVOKABLE bool dismissMenu();
   Q_INVOKABLE bool closeSheet();
   Q_INVOKABLE bool closeAd();
+  Q_INVOKABLE bool dismissNotice();
   // A person's "back" (Escape): closes what lies on top, else leaves the top screen the way its
   // own back button does, else pops or dismisses it.
   Q_INVOKABLE bool back();
@@ -142,6 +146,7 @@ class AppBridge : public QObject {
   void menuChanged();
   void sheetChanged();
   void adChanged();
+  void noticeChanged();
   void clockChanged();
 
  private:
@@ -176,6 +181,7 @@ class AppBridge : public QObject {
   QStringList sheetItems_;
   bool adVisible_ = false;
   QString adNetwork_, adFormat_;
+  QString notice_;
   bool pad_ = false;
   QString windowTitle_ = QStringLiteral("Nimbrel");
   QString clock_;

@@ -16,7 +16,9 @@
 #include <optional>
 #include <string>
 
+#include "app/core/AppData.h"
 #include "app/core/ApplicationMain.h"
+#include "app/core/BasicMethod.h"
 #include "automation/AutomationSession.h"
 #include "backends/desktop/DesktopPlatform.h"
 #include "backends/sim/Fixture.h"
@@ -62,6 +64,27 @@ QString pickFontFamily() {
     if (QFontDatabase::hasFamily(QString::fromLatin1(family))) return QString::fromLatin1(family);
   }
   return QGuiApplication::font().family();
+}
+
+// The program's own reading of its lists decides what the desktop sets aside.
+nimbrel::desktop::StoredListCleaner::Rules storedListRules() {
+  nimbrel::desktop::StoredListCleaner::Rules rules;
+  rules.keys = {nimbrel::kRecentFilesKey, nimbrel::kFavFilesKey};
+  rules.decodeError = [](const Data& bytes) -> std::optional<std::string> {
+    auto decoded = nimbrel::decodeFiles(bytes);
+    if (auto* error = std::get_if<nimbrel::DecodingError>(&decoded)) return error->debugDescription;
+    return std::nullopt;
+  };
+  rules.forget = [](const std::vector<std::string>& addresses) {
+    std::vector<URL> urls;
+    for (const auto& a : addresses) {
+      if (auto url = URL::withString(a)) urls.push_back(*url);
+    }
+    auto data = nimbrel::AppData::shared();
+    data->recentFiles = nimbrel::filesExcluding(data->recentFiles, urls);
+    data->FavouriteFiles = nimbrel::filesExcluding(data->FavouriteFiles, urls);
+  };
+  return rules;
 }
 
 }  // namespace
@@ -129,6 +152,7 @@ int main(int argc, char** argv) {
     } else {
       nimbrel::desktop::DesktopPlatform::Options desktopOptions;
       desktopOptions.runLoop = nimbrel::desktop::DesktopPlatform::RunLoopChoice::installed;
+      desktopOptions.storedLists = storedListRules();
       desktop = std::make_unique<nimbrel::desktop::DesktopPlatform>(desktopOptions);
     }
 

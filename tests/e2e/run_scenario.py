@@ -2,7 +2,7 @@
 """Runs one scenario file against a program that speaks the automation protocol.
 
 A scenario is JSON: {"fixture": {...} | "fixtureFile": "path", "steps": [...]}. Each step sends one
-request ("send") and checks the response: "expect" maps JSON pointers to expected values (or to
+request ("send", or "raw": a line sent as it is, for input that is no JSON) and checks the response: "expect" maps JSON pointers to expected values (or to
 matchers: {"$contains": x}, {"$len": n}, {"$approx": x}, {"$startsWith": s}, {"$absent": true}),
 "expectError" checks that the request failed. A final "expectExit" checks how the program ended
 (status non-zero and text on standard error) when a step is meant to end it.
@@ -73,9 +73,9 @@ def main():
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, env=env)
         failures = []
         for number, step in enumerate(scenario["steps"], 1):
-            request = step["send"]
+            request = step["send"] if "send" in step else step["raw"]
             try:
-                proc.stdin.write(json.dumps(request) + "\n")
+                proc.stdin.write((json.dumps(request) if "send" in step else request) + "\n")
                 proc.stdin.flush()
                 line = proc.stdout.readline()
             except BrokenPipeError:

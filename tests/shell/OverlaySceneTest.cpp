@@ -3,6 +3,7 @@
 #include "SceneTest.h"
 
 #include "app/kit/ProgressHUD.h"
+#include "platform/uikit/UserNotice.h"
 
 namespace nimbrel::shell {
 namespace {
@@ -43,6 +44,21 @@ TEST_P(OverlaySceneTest, EveryFigureIsDrawnOnTheCard) {
   ProgressHUD::dismiss();
   wait(0.5);
   EXPECT_FALSE(item("overlayCard") && item("overlayCard")->isVisible()) << "gone after the exit";
+}
+
+// The platform's own message (where a damaged file was kept) stands over the screens until closed.
+TEST_P(OverlaySceneTest, ThePlatformsNoticeIsShownUntilItsCloseIsPressed) {
+  start(GetParam(), R"({"now": "2026-11-22T10:00:00Z"})");
+  UserNotice::post("The old file was kept as /home/me/.config/nimbrel/preferences.plist.unreadable-1");
+  wait(0.1);
+  auto* banner = item("noticeBanner");
+  ASSERT_TRUE(banner && banner->isVisible());
+  EXPECT_TRUE(sceneRect(banner).intersects(QRectF(0, 0, window_->width(), window_->height())));
+  screenshot(QStringLiteral("notice-") + form());
+  click(centreOf(item("noticeClose")));
+  wait(0.1);
+  EXPECT_FALSE(UserNotice::current());
+  EXPECT_FALSE(banner->isVisible());
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, OverlaySceneTest, ::testing::Values(QSize(390, 844), QSize(1024, 1366)));

@@ -193,15 +193,15 @@ TEST_F(PlutilTool, BadInputFailsCleanlyAndLeavesTheFileAlone) {
 
 TEST_F(PlutilTool, UsageErrorsAreOneLine) {
   const std::string usage =
-      " (usage: nimbrel-plutil -convert json|binary1 [-o OUT] FILE | nimbrel-plutil -p FILE)";
-  expectCleanFailure(run({}), "nothing to do: give -convert or -p" + usage);
+      " (usage: nimbrel-plutil -convert json|binary1 [-o OUT] FILE | -p FILE | -lists FILE | -mend [-o OUT] FILE)";
+  expectCleanFailure(run({}), "nothing to do: give -convert, -p, -lists or -mend" + usage);
   expectCleanFailure(run({"-convert", "xml1", "f"}),
                      "unknown format \"xml1\" (json or binary1)" + usage);
   expectCleanFailure(run({"-convert"}), "-convert needs a format (json or binary1)" + usage);
   expectCleanFailure(run({"-convert", "json"}), "no file given" + usage);
   expectCleanFailure(run({"-convert", "json", "-o"}), "-o needs a file name" + usage);
   expectCleanFailure(run({"-p", "a", "b"}), "only one file at a time" + usage);
-  expectCleanFailure(run({"-p", "-o", "x", "a"}), "-o goes with -convert only" + usage);
+  expectCleanFailure(run({"-p", "-o", "x", "a"}), "-o goes with -convert and -mend only" + usage);
   expectCleanFailure(run({"-lint", "a"}), "unknown option -lint" + usage);
   ToolRun help = run({"-h"});
   EXPECT_EQ(help.status, 0);

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "HeadlessHost.h"
+#include "app/core/AppData.h"
 #include "app/core/ApplicationMain.h"
+#include "app/core/BasicMethod.h"
 #include "automation/AutomationSession.h"
 #include "backends/sim/Fixture.h"
 #include "backends/desktop/DesktopPhotoLibrary.h"
@@ -19,6 +21,27 @@ namespace {
 int usage() {
   std::fprintf(stderr, "usage: nimbrel-headless [--fixture FILE.json | --desktop]\n");
   return 2;
+}
+
+// The program's own reading of its lists decides what the desktop sets aside.
+nimbrel::desktop::StoredListCleaner::Rules storedListRules() {
+  nimbrel::desktop::StoredListCleaner::Rules rules;
+  rules.keys = {nimbrel::kRecentFilesKey, nimbrel::kFavFilesKey};
+  rules.decodeError = [](const Data& bytes) -> std::optional<std::string> {
+    auto decoded = nimbrel::decodeFiles(bytes);
+    if (auto* error = std::get_if<nimbrel::DecodingError>(&decoded)) return error->debugDescription;
+    return std::nullopt;
+  };
+  rules.forget = [](const std::vector<std::string>& addresses) {
+    std::vector<URL> urls;
+    for (const auto& a : addresses) {
+      if (auto url = URL::withString(a)) urls.push_back(*url);
+    }
+    auto data = nimbrel::AppData::shared();
+    data->recentFiles = nimbrel::filesExcluding(data->recentFiles, urls);
+    data->FavouriteFiles = nimbrel::filesExcluding(data->FavouriteFiles, urls);
+  };
+  return rules;
 }
 
 }  // namespace
@@ -40,6 +63,7 @@ int serve(nimbrel::AutomationSession& session) {
 int runDesktop() {
   nimbrel::desktop::DesktopPlatform::Options options;
   options.runLoop = nimbrel::desktop::DesktopPlatform::RunLoopChoice::own;
+  options.storedLists = storedListRules();
   nimbrel::desktop::DesktopPlatform platform(options);
   // The first scan's results, before the first screen asks for them.
   platform.photoLibrary().waitUntilIdle(60);

@@ -2,6 +2,8 @@
 //
 //   nimbrel-plutil -convert json|binary1 [-o OUT] FILE
 //   nimbrel-plutil -p FILE
+//   nimbrel-plutil -lists FILE            the recent and favourite lists in it, record by record
+//   nimbrel-plutil -mend [-o OUT] FILE    those lists cut down to the records the program reads
 //
 // "-" is standard input or output. Without -o a file is converted in place; standard input
 // is converted to standard output.
@@ -23,13 +25,14 @@
 #include "platform/foundation/BinaryPropertyList.h"
 #include "platform/foundation/Data.h"
 #include "platform/foundation/Result.h"
+#include "plutil/ListMender.h"
 #include "plutil/PlistJson.h"
 #include "plutil/PlistPrinter.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "usage: nimbrel-plutil -convert json|binary1 [-o OUT] FILE | nimbrel-plutil -p FILE";
+    "usage: nimbrel-plutil -convert json|binary1 [-o OUT] FILE | -p FILE | -lists FILE | -mend [-o OUT] FILE";
 
 int fail(const std::string& message) {
   std::fprintf(stderr, "nimbrel-plutil: %s\n", message.c_str());
@@ -115,7 +118,7 @@ Result<PlistValue> parse(const Data& bytes) {
 }
 
 struct Options {
-  enum class Mode { none, convert, print } mode = Mode::none;
+  enum class Mode { none, convert, print, lists, mend } mode = Mode::none;
   std::string format;
   std::optional<std::string> output;
   std::optional<std::string> input;
@@ -131,7 +134,7 @@ std::optional<std::string> parseArguments(int argc, char** argv, Options& o) {
     };
     if (arg == "-convert") {
       if (o.mode != Options::Mode::none)
-        return "-convert and -p cannot be combined";
+        return "-convert, -p, -lists and -mend cannot be combined";
       auto f = value();
       if (!f)
         return "-convert needs a format (json or binary1)";
@@ -139,10 +142,10 @@ std::optional<std::string> parseArguments(int argc, char** argv, Options& o) {
         return "unknown format \"" + *f + "\" (json or binary1)";
       o.mode = Options::Mode::convert;
       o.format = *f;
-    } else if (arg == "-p") {
+    } else if (arg == "-p" || arg == "-lists" || arg == "-mend") {
       if (o.mode != Options::Mode::none)
-        return "-convert and -p cannot be combined";
-      o.mode = Options::Mode::print;
+        return "-convert, -p, -lists and -mend cannot be combined";
+      o.mode = arg == "-p" ? Options::Mode::print : arg == "-lists" ? Options::Mode::lists : Options::Mode::mend;
     } else if (arg == "-o") {
       auto out = value();
       if (!out)
@@ -157,11 +160,11 @@ std::optional<std::string> parseArguments(int argc, char** argv, Options& o) {
     }
   }
   if (o.mode == Options::Mode::none)
-    return "nothing to do: give -convert or -p";
+    return "nothing to do: give -convert, -p, -lists or -mend";
   if (!o.input)
     return "no file given";
-  if (o.mode == Options::Mode::print && o.output)
-    return "-o goes with -convert only";
+  if ((o.mode == Options::Mode::print || o.mode == Options::Mode::lists) && o.output)
+    return "-o goes with -convert and -mend only";
   return std::nullopt;
 }
 
@@ -187,6 +190,29 @@ int run(int argc, char** argv) {
   if (o.mode == Options::Mode::print) {
     auto text = PlistPrinter::print(*value);
     if (auto error = writeOut("-", text))
+      return fail(*error);
+    return 0;
+  }
+
+  if (o.mode == Options::Mode::lists || o.mode == Options::Mode::mend) {
+    if (!value->isDictionary())
+      return fail(*o.input + ": not a preferences file (the root is no dictionary)");
+    auto values = value->dictionary();
+    if (o.mode == Options::Mode::lists) {
+      if (auto error = writeOut("-", ListMender::describe(values)))
+        return fail(*error);
+      return 0;
+    }
+    for (const auto& outcome : ListMender::mend(values)) {
+      std::string line = outcome.removed ? outcome.key + ": nothing the program reads; removed"
+                                         : outcome.key + ": " + std::to_string(outcome.kept) + " records kept, " +
+                                               std::to_string(outcome.dropped) + " dropped";
+      std::fprintf(stderr, "%s\n", line.c_str());
+    }
+    auto binary = BinaryPropertyList::write(PlistValue(std::move(values)));
+    if (!binary)
+      return fail(*o.input + ": " + binary.error());
+    if (auto error = writeOut(o.output.value_or(*o.input), std::string(binary->begin(), binary->end())))
       return fail(*error);
     return 0;
   }

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 
 extern char** environ;
 
@@ -15,7 +15,7 @@ namespace nimbrel::desktop {
 bool openWithDesktop(const URL& url, const std::string& program) {
   std::string text = url.absoluteString();
   if (url.scheme() == "app-settings") {
-    NSLog("There is no settings page to open on the desktop; change the answers with "
+    Diagnostics::report("There is no settings page to open on the desktop; change the answers with "
           "`nimbrel-library permissions allow|deny|reset photos|music|tracking`");
     return false;
   }

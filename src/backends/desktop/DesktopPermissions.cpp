@@ -3,7 +3,7 @@
 #include "backends/desktop/PreferencesFile.h"
 #include "backends/desktop/SystemPrompt.h"
 #include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 
 namespace nimbrel::desktop {
 
@@ -96,7 +96,7 @@ void DesktopPermissions::finish(Kind kind, int status) {
     answers = std::move(waiting_[kind]);
     waiting_.erase(kind);
   }
-  if (!setStatus(path_, kind, status)) NSLog("The answer to the " + std::string(name(kind)) + " prompt could not be kept");
+  if (!setStatus(path_, kind, status)) Diagnostics::report("The answer to the " + std::string(name(kind)) + " prompt could not be kept");
   for (auto& a : answers) DispatchQueue::global().async([a, status] { a(status); });
 }
 

@@ -20,7 +20,7 @@
 #include "backends/desktop/MediaProbe.h"
 #include "backends/desktop/SystemPrompt.h"
 #include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/RunLoop.h"
 
 namespace nimbrel::desktop {
@@ -110,7 +110,7 @@ DesktopPhotoLibrary::DesktopPhotoLibrary(Options options)
   }
   index_ = std::make_unique<LibraryIndex>(options_.indexPath);
   if (!index_->ok()) {
-    NSLog("The library index at " + options_.indexPath + " cannot be used (" + index_->error() +
+    Diagnostics::report("The library index at " + options_.indexPath + " cannot be used (" + index_->error() +
           "); indexing in memory for this run");
     index_ = std::make_unique<LibraryIndex>(":memory:");
   }
@@ -119,7 +119,7 @@ DesktopPhotoLibrary::DesktopPhotoLibrary(Options options)
   wakeFd_ = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   if (options_.watch) {
     inotifyFd_ = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
-    if (inotifyFd_ < 0) NSLog("inotify is not available: the library will not notice new files until a rescan");
+    if (inotifyFd_ < 0) Diagnostics::report("inotify is not available: the library will not notice new files until a rescan");
   }
   busy_ = true;  // until the worker has made its first pass
   worker_ = std::thread([this] { workerLoop(); });
@@ -473,7 +473,7 @@ void DesktopPhotoLibrary::askThenApply(Changes changes, std::function<void(bool,
           enqueue([this, shared, answer] { apply(*shared, answer); });
         });
     if (!asked) {
-      NSLog("A deletion was refused: there is no window to ask the user in");
+      Diagnostics::report("A deletion was refused: there is no window to ask the user in");
       refuse();
     }
   });
@@ -567,7 +567,7 @@ void DesktopPhotoLibrary::apply(const Changes& changes, std::function<void(bool,
     for (const auto& file : files) {
       auto moved = trash_.moveToTrash(file);
       if (!moved) {
-        NSLog("Could not move " + file + " to the trash; nothing was deleted");
+        Diagnostics::report("Could not move " + file + " to the trash; nothing was deleted");
         undo();
         return fail(-1);
       }

@@ -22,6 +22,7 @@
 #include "platform/PlatformState.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/corelocation/CLGeocoder.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/NSLocale.h"
@@ -34,6 +35,7 @@
 #include "platform/services/PermissionAuthority.h"
 #include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UserNotice.h"
 
 namespace nimbrel::desktop {
 
@@ -114,13 +116,20 @@ DesktopPlatform::DesktopPlatform(Options options)
   locations_ = DesktopLocations::resolve(options.locations);
   std::error_code ec;
   fs::create_directories(locations_.documents, ec);
+  fs::create_directories(locations_.state, ec);
+  Diagnostics::setLogFile(logPath());
   setApplicationHomeDirectory(locations_.appHome);
   NSLocale::setCurrentLocaleIdentifier(localeFromEnvironment());
   NSTimeZone::setLocalTimeZoneName(timeZoneFromEnvironment());
   UIDevice::currentDevice().configure(options.idiom, "17.0");
 
   PermissionAuthority::install(std::make_shared<DesktopPermissions>(locations_.permissionsPath()));
-  NSUserDefaults::installStandard(std::make_shared<PreferencesFile>(locations_.preferences));
+  auto preferences = std::make_shared<PreferencesFile>(locations_.preferences);
+  NSUserDefaults::installStandard(preferences);
+  if (!preferences->keptAside().empty()) {
+    UserNotice::post("Nimbrel could not read its settings and started afresh. The old file was kept as " +
+                     preferences->keptAside() + ".");
+  }
 
   DesktopPhotoLibrary::Options photoOptions;
   photoOptions.indexPath = locations_.indexPath();
@@ -136,13 +145,30 @@ DesktopPlatform::DesktopPlatform(Options options)
 
   music_ = std::make_shared<DesktopMusicLibrary>(locations_.indexPath(), locations_.music, false);
   MediaLibrarySource::install(music_);
+  if (!options.storedLists.keys.empty()) {
+    cleaner_ = std::make_shared<StoredListCleaner>(locations_.preferences, std::move(options.storedLists));
+    auto kept = cleaner_->clean().keptAside;
+    if (!kept.empty()) {
+      UserNotice::post("Nimbrel could not read its list of recent or favourite files and set it aside. "
+                       "The old list was kept in " + kept + ".");
+    }
+    std::weak_ptr<StoredListCleaner> weak = cleaner_;
+    photos_->changed().observe([weak] {
+      if (auto cleaner = weak.lock()) cleaner->clean();
+    });
+  }
   auto covers = std::make_shared<DesktopImageDecoder>(locations_.cache + "/covers");
   if (options.scan) {
     std::weak_ptr<DesktopMusicLibrary> weak = music_;
-    DispatchQueue::global(QualityOfService::utility).async([weak, covers] {
+    std::weak_ptr<StoredListCleaner> weakCleaner = cleaner_;
+    DispatchQueue::global(QualityOfService::utility).async([weak, weakCleaner, covers] {
       std::vector<std::shared_ptr<const MPMediaItemRecord>> songs;
       if (auto music = weak.lock()) {
-        music->refresh();
+        if (music->refresh().removed > 0) {
+          DispatchQueue::main().async([weakCleaner] {
+            if (auto cleaner = weakCleaner.lock()) cleaner->clean();
+          });
+        }
         songs = music->songs();
       }
       // Covers are made while nobody waits, so that a player's first showing reads a small file.
@@ -164,6 +190,7 @@ DesktopPlatform::DesktopPlatform(Options options)
 
 DesktopPlatform::~DesktopPlatform() {
   NSUserDefaults::standardUserDefaults().flush();
+  Diagnostics::setLogFile("");
   resetPlatformState();
 }
 

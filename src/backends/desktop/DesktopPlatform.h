@@ -4,6 +4,7 @@
 #include <string>
 
 #include "backends/desktop/DesktopLocations.h"
+#include "backends/desktop/StoredListCleaner.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIDevice.h"
 
@@ -28,6 +29,9 @@ class DesktopPlatform {
     UIUserInterfaceIdiom idiom = UIUserInterfaceIdiom::phone;
     bool watch = true;  // inotify and background rescans of the photo folders
     bool scan = true;   // bring the index up to date at start (in the background)
+    // The program's remembered lists, kept readable at construction (before the program reads
+    // them) and whenever the libraries change; without keys they are left alone.
+    StoredListCleaner::Rules storedLists;
   };
 
   DesktopPlatform();
@@ -41,6 +45,8 @@ class DesktopPlatform {
   bool ownsRunLoop() const { return loop_ != nullptr; }
   DesktopPhotoLibrary& photoLibrary() { return *photos_; }
   DesktopMusicLibrary& musicLibrary() { return *music_; }
+  // The diagnostics file: $XDG_STATE_HOME/nimbrel/nimbrel.log.
+  std::string logPath() const { return locations_.state + "/nimbrel.log"; }
 
   // "de_DE.UTF-8" → "de_DE"; C, POSIX or nothing → "en_US".
   static std::string localeFromEnvironment();
@@ -54,6 +60,7 @@ class DesktopPlatform {
   DesktopLocations locations_;
   std::shared_ptr<DesktopPhotoLibrary> photos_;
   std::shared_ptr<DesktopMusicLibrary> music_;
+  std::shared_ptr<StoredListCleaner> cleaner_;
 };
 
 }  // namespace nimbrel::desktop

@@ -17,7 +17,7 @@
 
 #include "backends/desktop/AudioTags.h"
 #include "backends/desktop/MediaProbe.h"
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/photos/PHTypes.h"
 
 namespace nimbrel::desktop {
@@ -168,12 +168,12 @@ struct Walker {
           if (wanted) {
             // Names travel as text everywhere past the index (addresses, lists, the screens).
             if (!isUtf8(e->d_name)) {
-              NSLog("Skipped " + printable(dir + "/" + e->d_name) + ": its name is not UTF-8");
+              Diagnostics::report("Skipped " + printable(dir + "/" + e->d_name) + ": its name is not UTF-8");
               continue;
             }
             struct stat st;
             if (::fstatat(::dirfd(d), e->d_name, &st, 0) != 0) {
-              NSLog("Skipped " + printable(dir + "/" + e->d_name) + ": " + std::strerror(errno));
+              Diagnostics::report("Skipped " + printable(dir + "/" + e->d_name) + ": " + std::strerror(errno));
               continue;
             }
             if (S_ISREG(st.st_mode)) {
@@ -478,7 +478,7 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   std::vector<AssetRow> inserts, updates;
   std::vector<std::string> unreadable;
   for (std::size_t i = 0; i < toRead.size(); ++i) {
-    if (!rows[i]) NSLog("Skipped " + printable(toRead[i]->path) + ": it cannot be read as a picture or a movie");
+    if (!rows[i]) Diagnostics::report("Skipped " + printable(toRead[i]->path) + ": it cannot be read as a picture or a movie");
     if (i < freshCount) {
       if (rows[i]) {
         rows[i]->id = newIdentifier();

@@ -10,9 +10,10 @@
 #include <fstream>
 #include <system_error>
 
-#include "platform/foundation/BinaryPropertyList.h"
 #include <ctime>
-#include "platform/foundation/NSLog.h"
+
+#include "platform/foundation/BinaryPropertyList.h"
+#include "platform/foundation/Diagnostics.h"
 
 namespace nimbrel::desktop {
 
@@ -79,19 +80,32 @@ PlistValue::Dictionary PreferencesFile::load() {
   } else {
     return root->dictionary();
   }
-  std::string aside = path_ + ".unreadable-" +
-                      std::to_string(static_cast<long long>(::time(nullptr)));
+  std::string aside = asidePath(path_);
   std::error_code ec;
   fs::rename(path_, aside, ec);
-  NSLog("Preferences at " + path_ + " could not be read (" + why + "); kept as " + aside +
-        ", starting from defaults");
+  if (ec) {
+    Diagnostics::report("Preferences at " + path_ + " could not be read (" + why + ") nor moved aside (" +
+                        ec.message() + "); starting from defaults");
+    return {};
+  }
+  keptAside_ = aside;
+  Diagnostics::report("Preferences at " + path_ + " could not be read (" + why + "); kept as " + aside +
+                      ", starting from defaults");
   return {};
+}
+
+std::string PreferencesFile::asidePath(const std::string& path) {
+  std::string base = path + ".unreadable-" + std::to_string(static_cast<long long>(::time(nullptr)));
+  std::string candidate = base;
+  std::error_code ec;
+  for (int n = 2; fs::exists(candidate, ec); ++n) candidate = base + "-" + std::to_string(n);
+  return candidate;
 }
 
 bool PreferencesFile::save(const PlistValue::Dictionary& values) {
   auto bytes = BinaryPropertyList::write(PlistValue(values));
   if (!bytes) {
-    NSLog("Preferences not written: " + bytes.error());
+    Diagnostics::report("Preferences not written: " + bytes.error());
     return false;
   }
   std::string folder = folderOf(path_);
@@ -100,14 +114,14 @@ bool PreferencesFile::save(const PlistValue::Dictionary& values) {
   std::string temporary = path_ + kTemporaryMark + "XXXXXX";
   int fd = ::mkstemp(temporary.data());
   if (fd < 0) {
-    NSLog("Preferences not written: cannot create a file in " + folder);
+    Diagnostics::report("Preferences not written: cannot create a file in " + folder);
     return false;
   }
   bool ok = ::fchmod(fd, 0600) == 0 && writeAll(fd, *bytes) && ::fsync(fd) == 0;
   ok = (::close(fd) == 0) && ok;
   if (!ok || ::rename(temporary.c_str(), path_.c_str()) != 0) {
     ::unlink(temporary.c_str());
-    NSLog("Preferences not written to " + path_);
+    Diagnostics::report("Preferences not written to " + path_);
     return false;
   }
   // The rename itself must reach the disk before the write counts as done.

@@ -19,10 +19,15 @@ class PreferencesFile final : public PreferencesStore {
   PlistValue::Dictionary load() override;
   bool save(const PlistValue::Dictionary& values) override;
   const std::string& path() const { return path_; }
+  // Where the last load kept a file it could not read; empty when it kept none.
+  const std::string& keptAside() const { return keptAside_; }
+  // A name beside `path` for something unreadable, marked with the time, that no file has yet.
+  static std::string asidePath(const std::string& path);
 
  private:
   void removeStaleTemporaries() const;
   std::string path_;
+  std::string keptAside_;
 };
 
 }  // namespace nimbrel::desktop

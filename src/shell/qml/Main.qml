@@ -26,5 +26,6 @@ Window {
         Hud { z: 1003 }
         ProgressOverlay { z: 1003 }
         FullScreenAd { z: 1004 }
+        NoticeBanner { z: 1005 }
     }
 }

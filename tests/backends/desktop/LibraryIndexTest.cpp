@@ -9,7 +9,7 @@
 
 #include "DesktopTestSupport.h"
 #include "backends/desktop/SampleMedia.h"
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/photos/PHTypes.h"
 
 namespace nimbrel::desktop {
@@ -255,10 +255,10 @@ TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
   fs::rename(pictures / "bad.jpg", pictures / badName);
 
   std::vector<std::string> lines;
-  auto previous = LogSink::install([&](std::string_view line) { lines.emplace_back(line); });
+  Diagnostics::listen([&](std::string_view line) { lines.emplace_back(line); });
   LibraryIndex index(indexPath());
   auto report = index.scanPhotos(roots());
-  LogSink::install(previous);
+  Diagnostics::listen(nullptr);
 
   auto rows = byName(index);
   EXPECT_EQ(rows.count(longName), 1u) << "a name as long as the disk allows is a name";

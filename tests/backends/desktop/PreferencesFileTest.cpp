@@ -14,7 +14,7 @@
 
 #include "platform/foundation/BinaryPropertyList.h"
 #include "platform/foundation/ManualRunLoop.h"
-#include "platform/foundation/NSLog.h"
+#include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSUserDefaults.h"
 
 namespace nimbrel::desktop {
@@ -29,10 +29,10 @@ class PreferencesFileTest : public ::testing::Test {
     ASSERT_TRUE(::mkdtemp(pattern));
     folder = pattern;
     path = folder + "/config/nimbrel/preferences.plist";
-    LogSink::install([this](std::string_view line) { log.emplace_back(line); });
+    Diagnostics::listen([this](std::string_view line) { log.emplace_back(line); });
   }
   void TearDown() override {
-    LogSink::install(nullptr);
+    Diagnostics::listen(nullptr);
     fs::remove_all(folder);
   }
   std::vector<std::string> temporaries() {
@@ -69,7 +69,9 @@ TEST_F(PreferencesFileTest, AnUnreadableFileIsKeptAsideAndNotOverwritten) {
   fs::create_directories(fs::path(path).parent_path());
   std::ofstream(path) << "this is not a property list";
   PreferencesFile file(path);
+  ::testing::internal::CaptureStdout();
   EXPECT_TRUE(file.load().empty());
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "") << "standard output is the protocol channel";
   EXPECT_FALSE(fs::exists(path));
   int aside = 0;
   for (const auto& e : fs::directory_iterator(fs::path(path).parent_path())) {
@@ -78,6 +80,7 @@ TEST_F(PreferencesFileTest, AnUnreadableFileIsKeptAsideAndNotOverwritten) {
       std::ifstream in(e.path());
       std::string text((std::istreambuf_iterator<char>(in)), {});
       EXPECT_EQ(text, "this is not a property list");
+      EXPECT_EQ(file.keptAside(), e.path().string());
     }
   }
   EXPECT_EQ(aside, 1);
