@@ -44,9 +44,27 @@ struct Options {
   std::optional<QSize> size;
 };
 
+constexpr const char* kUsage = "usage: nimbrel [--fixture FILE.json | --demo] [--automation] [--size WIDTHxHEIGHT]\n";
+
 int usage(int status) {
-  std::fprintf(stderr, "usage: nimbrel [--fixture FILE.json | --demo] [--automation] [--size WIDTHxHEIGHT]\n");
+  std::fputs(kUsage, stderr);
   return status;
+}
+
+// Standard output only when asked for: under --automation it belongs to the protocol.
+int help() {
+  std::fputs(kUsage, stdout);
+  std::fputs("\nNimbrel, a file manager and media browser, over your Pictures, Videos and Music folders.\n\n"
+             "  --fixture FILE.json  run on the simulated platform that FILE.json describes\n"
+             "  --demo               run on the simulated platform with the demo fixture\n"
+             "  --automation         speak the automation protocol on standard input and output\n"
+             "  --size WIDTHxHEIGHT  the window's size; 700 wide or more is a pad\n"
+             "  --help, -h           show this text\n"
+             "  --version            show the version\n\n"
+             "NIMBREL_ADS=demo shows the labelled demo ads; NIMBREL_PICTURES, NIMBREL_VIDEOS, NIMBREL_MUSIC\n"
+             "and NIMBREL_HOME choose the folders. See nimbrel(1).\n",
+             stdout);
+  return 0;
 }
 
 // The demo fixture: beside the sources in a build tree, or installed with the program.
@@ -80,7 +98,10 @@ int main(int argc, char** argv) {
       if (std::sscanf(argv[++i], "%dx%d", &w, &h) != 2 || w < 200 || h < 300) return usage(2);
       options.size = QSize(w, h);
     } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      return usage(0);
+      return help();
+    } else if (std::strcmp(argv[i], "--version") == 0) {
+      std::printf("nimbrel %s\n", NIMBREL_VERSION);
+      return 0;
     } else {
       return usage(2);
     }
@@ -93,6 +114,9 @@ int main(int argc, char** argv) {
   // Widgets for the desktop's own file chooser; the window itself is Qt Quick.
   QApplication app(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("Nimbrel"));
+  QGuiApplication::setApplicationVersion(QStringLiteral(NIMBREL_VERSION));
+  // Ties the window to the installed desktop entry: its icon and name in docks and task lists.
+  QGuiApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
   const QString family = pickFontFamily();
   QFont font(family);
   font.setPixelSize(15);

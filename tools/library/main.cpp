@@ -26,7 +26,8 @@ int usage(int status) {
                "usage: nimbrel-library scan [--full] [--pictures DIR] [--videos DIR] [--music DIR]\n"
                "       nimbrel-library thumbnails [--pictures DIR] [--videos DIR]\n"
                "       nimbrel-library status\n"
-               "       nimbrel-library permissions [reset|allow|deny photos|music]\n");
+               "       nimbrel-library permissions [reset|allow|deny photos|music]\n"
+               "       nimbrel-library --help | --version\n");
   return status;
 }
 
@@ -157,7 +158,16 @@ int permissions(const DesktopLocations& l, int argc, char** argv, int at) {
 int main(int argc, char** argv) {
   if (argc < 2) return usage(2);
   std::string command = argv[1];
-  if (command == "--help" || command == "-h") return usage(0);
+  if (command == "--help" || command == "-h") {
+    usage(0);
+    std::printf("\nThe desktop library's index, thumbnails and permission answers, with the program's folders.\n"
+                "See nimbrel-library(1).\n");
+    return 0;
+  }
+  if (command == "--version") {
+    std::printf("nimbrel-library %s\n", NIMBREL_VERSION);
+    return 0;
+  }
   DesktopLocations::Overrides overrides;
   bool full = false;
   int i = 2;
