@@ -51,9 +51,9 @@ int usage(int status) {
   return status;
 }
 
-// Standard output only when asked for: under --automation it belongs to the protocol.
-int help() {
-  std::fputs(kUsage, stdout);
+// Under --automation standard output belongs to the protocol, so the text goes to standard error.
+int help(std::FILE* out) {
+  std::fputs(kUsage, out);
   std::fputs("\nNimbrel, a file manager and media browser, over your Pictures, Videos and Music folders.\n\n"
              "  --fixture FILE.json  run on the simulated platform that FILE.json describes\n"
              "  --demo               run on the simulated platform with the demo fixture\n"
@@ -63,7 +63,7 @@ int help() {
              "  --version            show the version\n\n"
              "NIMBREL_ADS=demo shows the labelled demo ads; NIMBREL_PICTURES, NIMBREL_VIDEOS, NIMBREL_MUSIC\n"
              "and NIMBREL_HOME choose the folders. See nimbrel(1).\n",
-             stdout);
+             out);
   return 0;
 }
 
@@ -86,6 +86,10 @@ QString pickFontFamily() {
 
 int main(int argc, char** argv) {
   Options options;
+  std::FILE* textOut = stdout;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--automation") == 0) textOut = stderr;
+  }
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
       options.fixture = argv[++i];
@@ -98,9 +102,9 @@ int main(int argc, char** argv) {
       if (std::sscanf(argv[++i], "%dx%d", &w, &h) != 2 || w < 200 || h < 300) return usage(2);
       options.size = QSize(w, h);
     } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      return help();
+      return help(textOut);
     } else if (std::strcmp(argv[i], "--version") == 0) {
-      std::printf("nimbrel %s\n", NIMBREL_VERSION);
+      std::fprintf(textOut, "nimbrel %s\n", NIMBREL_VERSION);
       return 0;
     } else {
       return usage(2);

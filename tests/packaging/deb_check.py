@@ -85,6 +85,11 @@ def check(cpack, binary, version, scratch):
         if helped.returncode != 0 or not helped.stdout.startswith(f"usage: {program}"):
             failures.append(f"{program} --help: {helped.returncode} {helped.stdout[:200]!r}")
 
+    # Under --automation standard output is the protocol's alone.
+    quiet = run([os.path.join(usr, "bin", "nimbrel"), "--automation", "--version"])
+    if quiet.stdout or quiet.stderr.strip() != f"nimbrel {version}":
+        failures.append(f"nimbrel --automation --version wrote {quiet.stdout!r} to standard output")
+
     headless = os.path.join(usr, "bin", "nimbrel-headless")
     fixture = os.path.join(usr, "share", "nimbrel", "fixtures", "demo.json")
     if os.path.exists(headless) and os.path.exists(fixture):
