@@ -42,23 +42,5 @@ TEST(DemoAdNetworkTest, TheSwitchDecidesWhichPlacementsAreFilled) {
   }
 }
 
-TEST(DemoAdNetworkTest, NoneLeavesTheSdksWithoutANetwork) {
-  ManualRunLoop loop(0);
-  DemoAdNetwork::install(DemoAdNetwork::Fill::all);
-  DemoAdNetwork::install(DemoAdNetwork::Fill::none);
-  EXPECT_FALSE(std::dynamic_pointer_cast<DemoAdNetwork>(AppLovinNetwork::current()));
-  EXPECT_FALSE(std::dynamic_pointer_cast<DemoAdNetwork>(GoogleAdsNetwork::current()));
-  bool answered = false, filled = true;
-  AppLovinNetwork::current()->requestAd(MAAdFormat::interstitial, "i", [&](std::optional<MAAd> ad) {
-    answered = true;
-    filled = ad.has_value();
-  });
-  loop.runUntilIdle();
-  EXPECT_TRUE(answered);
-  EXPECT_FALSE(filled);
-  AppLovinNetwork::install(nullptr);
-  GoogleAdsNetwork::install(nullptr);
-}
-
 }  // namespace
 }  // namespace nimbrel::desktop
