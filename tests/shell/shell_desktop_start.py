@@ -1,8 +1,6 @@
 #!/usr/bin/env python3
-"""A first start of the window over a fresh home, as `make run` does: from launch past the splash to
-the home screen no prompt, no full-screen ad, no "Loading Ads..." and no native ad; with
-NIMBREL_ADS=demo the demo network's interstitial does show, so the first run cannot pass for want
-of ads at all.
+"""A first start over a fresh home, as `make run` does, shows no prompt and no ad until the home
+screen; with NIMBREL_ADS=demo the interstitial shows, so the check cannot pass for want of ads.
 
 usage: shell_desktop_start.py NIMBREL ARTIFACTS
 """
