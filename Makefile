@@ -3,7 +3,7 @@ PRESET_DIR := build/default
 FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps configure build test run run-headless demo bench test-asan test-tsan fuzz format clean
+.PHONY: all deps configure build test run run-headless demo package bench test-asan test-tsan fuzz format clean
 
 all: build
 
@@ -27,6 +27,10 @@ run-headless: build
 
 demo: build
 	@./tools/run-desktop-demo.sh
+
+# The Debian package, in build/.
+package: build
+	@cd $(PRESET_DIR) && cpack -B $(CURDIR)/build
 
 bench: configure
 	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench

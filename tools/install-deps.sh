@@ -14,6 +14,7 @@ packages=(
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   exiv2 libvips-tools
   dbus-daemon dbus-bin
+  dpkg-dev file desktop-file-utils appstream groff-base
 )
 missing=()
 for p in "${packages[@]}"; do
@@ -22,9 +23,16 @@ for p in "${packages[@]}"; do
   fi
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
-echo "Installing: ${missing[*]}"
 sudo=""
-[ "$(id -u)" -ne 0 ] && sudo="sudo"
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null 2>&1; then
+    echo "These Debian packages are missing: ${missing[*]}." >&2
+    echo "Installing them needs root, and sudo is not installed: run \`su -c ./tools/install-deps.sh\` once (or install sudo), then try again." >&2
+    exit 1
+  fi
+  sudo="sudo"
+fi
+echo "Installing: ${missing[*]}"
 export DEBIAN_FRONTEND=noninteractive
 $sudo apt-get update -qq
 $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # make demo: writes a sample library (pictures, movies, songs, documents, all made here) under
-# build/demo/home, points the XDG folders there, indexes it and starts the program on it: the Qt
-# shell when it is built, else the headless runner printing what the first screens show.
+# build/demo/home, points the XDG folders there, indexes it and starts the program on it, with the
+# labelled demo ads unless NIMBREL_ADS says otherwise: the Qt shell when it is built, else the
+# headless runner printing what the first screens show.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=build/default/tools
@@ -14,6 +15,8 @@ export HOME="$demo"
 export XDG_DATA_HOME="$demo/.local/share" XDG_CONFIG_HOME="$demo/.config" XDG_CACHE_HOME="$demo/.cache"
 export XDG_STATE_HOME="$demo/.local/state" NIMBREL_HOME="$demo/.local/share/nimbrel"
 unset XDG_PICTURES_DIR XDG_VIDEOS_DIR XDG_MUSIC_DIR NIMBREL_PICTURES NIMBREL_VIDEOS NIMBREL_MUSIC
+# The demo shows where the placements are, with the local network's labelled placeholders.
+export NIMBREL_ADS="${NIMBREL_ADS:-demo}"
 "$bin/library/nimbrel-library" scan
 "$bin/library/nimbrel-library" thumbnails
 
@@ -27,7 +30,6 @@ echo
 echo "Note: the Qt shell (src/shell) is not built here; showing the headless runner on the desktop platform."
 "$bin/library/nimbrel-library" permissions allow photos >/dev/null
 "$bin/library/nimbrel-library" permissions allow music >/dev/null
-"$bin/library/nimbrel-library" permissions deny tracking >/dev/null
 printf '%s\n' '{"op":"tree"}' '{"op":"advance","seconds":5.0}' '{"op":"ad","dismiss":true}' '{"op":"tree"}' '{"op":"paths"}' \
   | "$bin/headless/nimbrel-headless" --desktop 2>/dev/null \
   | python3 -c '

@@ -46,9 +46,27 @@ struct Options {
   std::optional<QSize> size;
 };
 
+constexpr const char* kUsage = "usage: nimbrel [--fixture FILE.json | --demo] [--automation] [--size WIDTHxHEIGHT]\n";
+
 int usage(int status) {
-  std::fprintf(stderr, "usage: nimbrel [--fixture FILE.json | --demo] [--automation] [--size WIDTHxHEIGHT]\n");
+  std::fputs(kUsage, stderr);
   return status;
+}
+
+// Under --automation standard output belongs to the protocol, so the text goes to standard error.
+int help(std::FILE* out) {
+  std::fputs(kUsage, out);
+  std::fputs("\nNimbrel, a file manager and media browser, over your Pictures, Videos and Music folders.\n\n"
+             "  --fixture FILE.json  run on the simulated platform that FILE.json describes\n"
+             "  --demo               run on the simulated platform with the demo fixture\n"
+             "  --automation         speak the automation protocol on standard input and output\n"
+             "  --size WIDTHxHEIGHT  the window's size; 700 wide or more is a pad\n"
+             "  --help, -h           show this text\n"
+             "  --version            show the version\n\n"
+             "NIMBREL_ADS=demo shows the labelled demo ads; NIMBREL_PICTURES, NIMBREL_VIDEOS, NIMBREL_MUSIC\n"
+             "and NIMBREL_HOME choose the folders. See nimbrel(1).\n",
+             out);
+  return 0;
 }
 
 // The demo fixture: beside the sources in a build tree, or installed with the program.
@@ -91,6 +109,10 @@ nimbrel::desktop::StoredListCleaner::Rules storedListRules() {
 
 int main(int argc, char** argv) {
   Options options;
+  std::FILE* textOut = stdout;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--automation") == 0) textOut = stderr;
+  }
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
       options.fixture = argv[++i];
@@ -103,7 +125,10 @@ int main(int argc, char** argv) {
       if (std::sscanf(argv[++i], "%dx%d", &w, &h) != 2 || w < 200 || h < 300) return usage(2);
       options.size = QSize(w, h);
     } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      return usage(0);
+      return help(textOut);
+    } else if (std::strcmp(argv[i], "--version") == 0) {
+      std::fprintf(textOut, "nimbrel %s\n", NIMBREL_VERSION);
+      return 0;
     } else {
       return usage(2);
     }
@@ -116,6 +141,9 @@ int main(int argc, char** argv) {
   // Widgets for the desktop's own file chooser; the window itself is Qt Quick.
   QApplication app(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("Nimbrel"));
+  QGuiApplication::setApplicationVersion(QStringLiteral(NIMBREL_VERSION));
+  // Ties the window to the installed desktop entry: its icon and name in docks and task lists.
+  QGuiApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
   const QString family = pickFontFamily();
   QFont font(family);
   font.setPixelSize(15);

@@ -18,8 +18,10 @@
 
 namespace {
 
+constexpr const char* kUsage = "usage: nimbrel-headless [--fixture FILE.json | --desktop]\n";
+
 int usage() {
-  std::fprintf(stderr, "usage: nimbrel-headless [--fixture FILE.json | --desktop]\n");
+  std::fputs(kUsage, stderr);
   return 2;
 }
 
@@ -42,6 +44,19 @@ nimbrel::desktop::StoredListCleaner::Rules storedListRules() {
     data->FavouriteFiles = nimbrel::filesExcluding(data->FavouriteFiles, urls);
   };
   return rules;
+}
+
+int help() {
+  std::fputs(kUsage, stdout);
+  std::fputs("\nThe automation protocol on standard input and output, one JSON request and one answer a line,\n"
+             "over the simulated platform on virtual time.\n\n"
+             "  --fixture FILE.json  the simulated platform's start (an empty fixture without it)\n"
+             "  --desktop            the desktop platform over your own folders instead\n"
+             "  --help, -h           show this text\n"
+             "  --version            show the version\n\n"
+             "See nimbrel-headless(1).\n",
+             stdout);
+  return 0;
 }
 
 }  // namespace
@@ -83,7 +98,9 @@ int main(int argc, char** argv) {
     } else if (std::strcmp(argv[i], "--fixture") == 0 && i + 1 < argc) {
       fixturePath = argv[++i];
     } else if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      usage();
+      return help();
+    } else if (std::strcmp(argv[i], "--version") == 0) {
+      std::printf("nimbrel-headless %s\n", NIMBREL_VERSION);
       return 0;
     } else {
       return usage();

@@ -26,7 +26,8 @@ int usage(int status) {
                "usage: nimbrel-library scan [--full] [--pictures DIR] [--videos DIR] [--music DIR]\n"
                "       nimbrel-library thumbnails [--pictures DIR] [--videos DIR]\n"
                "       nimbrel-library status\n"
-               "       nimbrel-library permissions [reset|allow|deny photos|music|tracking]\n");
+               "       nimbrel-library permissions [reset|allow|deny photos|music]\n"
+               "       nimbrel-library --help | --version\n");
   return status;
 }
 
@@ -119,17 +120,23 @@ int permissions(const DesktopLocations& l, int argc, char** argv, int at) {
   using Kind = PermissionAuthority::Kind;
   if (at >= argc) {
     DesktopPermissions kept(l.permissionsPath());
-    for (Kind k : {Kind::photos, Kind::music, Kind::tracking}) {
+    for (Kind k : {Kind::photos, Kind::music}) {
       int s = kept.status(k);
       const char* word = s == 0 ? "not asked" : s == DesktopPermissions::allowedStatus(k) ? "allowed" : "refused";
       std::printf("%-9s %s (%d)\n", DesktopPermissions::name(k), word, s);
     }
+    std::printf("%-9s restricted (%d): nothing on the desktop tracks, so it is never asked\n",
+                DesktopPermissions::name(Kind::tracking), DesktopPermissions::kTrackingStatus);
     return 0;
   }
   if (at + 2 != argc) return usage(2);
   std::string verb = argv[at];
   auto kind = DesktopPermissions::kindNamed(argv[at + 1]);
   if (!kind) return usage(2);
+  if (*kind == Kind::tracking) {
+    std::fprintf(stderr, "nimbrel-library: tracking is never asked on the desktop; it stays restricted\n");
+    return 2;
+  }
   std::optional<int> value;
   if (verb == "allow") {
     value = DesktopPermissions::allowedStatus(*kind);
@@ -151,7 +158,16 @@ int permissions(const DesktopLocations& l, int argc, char** argv, int at) {
 int main(int argc, char** argv) {
   if (argc < 2) return usage(2);
   std::string command = argv[1];
-  if (command == "--help" || command == "-h") return usage(0);
+  if (command == "--help" || command == "-h") {
+    usage(0);
+    std::printf("\nThe desktop library's index, thumbnails and permission answers, with the program's folders.\n"
+                "See nimbrel-library(1).\n");
+    return 0;
+  }
+  if (command == "--version") {
+    std::printf("nimbrel-library %s\n", NIMBREL_VERSION);
+    return 0;
+  }
   DesktopLocations::Overrides overrides;
   bool full = false;
   int i = 2;

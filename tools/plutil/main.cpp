@@ -172,7 +172,16 @@ int run(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     std::string_view arg = argv[i];
     if (arg == "-h" || arg == "-help" || arg == "--help") {
-      std::printf("%s\n", kUsage);
+      std::printf("%s\n\n"
+                  "  -p FILE                print the property list for a person to read\n"
+                  "  -convert json|binary1  convert FILE, in place unless -o OUT names the output\n"
+                  "  -o OUT                 where -convert writes; \"-\" is standard output\n\n"
+                  "FILE \"-\" is standard input. See nimbrel-plutil(1).\n",
+                  kUsage);
+      return 0;
+    }
+    if (arg == "--version") {
+      std::printf("nimbrel-plutil %s\n", NIMBREL_VERSION);
       return 0;
     }
   }

@@ -7,7 +7,8 @@
 namespace nimbrel::desktop {
 
 DemoAdNetwork::Fill DemoAdNetwork::fillFromText(const char* text) {
-  if (!text || !*text || std::strcmp(text, "all") == 0) return Fill::all;
+  if (!text) return Fill::none;
+  if (std::strcmp(text, "demo") == 0 || std::strcmp(text, "all") == 0) return Fill::all;
   if (std::strcmp(text, "native") == 0) return Fill::native;
   return Fill::none;
 }
@@ -46,6 +47,12 @@ void DemoAdNetwork::requestInterstitial(const std::string&, std::function<void(b
 }
 
 void DemoAdNetwork::install(Fill fill) {
+  if (fill == Fill::none) {
+    // The SDKs' own stand-ins answer every request without fill.
+    AppLovinNetwork::install(nullptr);
+    GoogleAdsNetwork::install(nullptr);
+    return;
+  }
   auto network = std::make_shared<DemoAdNetwork>(fill);
   AppLovinNetwork::install(network);
   GoogleAdsNetwork::install(network);

@@ -8,14 +8,15 @@
 
 namespace nimbrel::desktop {
 
-// The desktop's stand-in for the ad networks: no traffic leaves the machine; each placement is
-// filled with a placeholder that says what it is, or left empty, as `NIMBREL_ADS` chooses
-// ("all", the default; "native" for the in-list slots only; "none").
+// The desktop's stand-in for the ad networks, for demonstrations only: no traffic leaves the
+// machine; each placement is filled with a placeholder that says what it is. `NIMBREL_ADS` chooses
+// ("demo" or "all": every placement; "native": the in-list slots only); unset, or anything else,
+// means no network at all, so every placement goes without fill.
 class DemoAdNetwork final : public AppLovinNetwork, public GoogleAdsNetwork {
  public:
   enum class Fill { all, native, none };
   explicit DemoAdNetwork(Fill fill) : fill_(fill) {}
-  // An unknown value is taken as "none": a misspelt switch should not bring ads back.
+  // Ads are opted into: no value, and an unknown one, is "none".
   static Fill fillFromText(const char* text);
 
   void initialize(std::function<void()> done) override;
@@ -24,7 +25,7 @@ class DemoAdNetwork final : public AppLovinNetwork, public GoogleAdsNetwork {
   void start(std::function<void()> done) override;
   void requestInterstitial(const std::string& adUnit, std::function<void(bool)> answer) override;
 
-  // Installs one network for both SDKs.
+  // Installs one network for both SDKs; with `none`, none at all.
   static void install(Fill fill);
 
  private:

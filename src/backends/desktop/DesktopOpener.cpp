@@ -16,7 +16,7 @@ bool openWithDesktop(const URL& url, const std::string& program) {
   std::string text = url.absoluteString();
   if (url.scheme() == "app-settings") {
     Diagnostics::report("There is no settings page to open on the desktop; change the answers with "
-          "`nimbrel-library permissions allow|deny|reset photos|music|tracking`");
+          "`nimbrel-library permissions allow|deny|reset photos|music`");
     return false;
   }
   if (url.scheme() == "ipod-library") return false;

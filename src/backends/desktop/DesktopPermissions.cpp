@@ -27,8 +27,7 @@ std::string promptTitle(PermissionAuthority::Kind kind, const std::string& app) 
   switch (kind) {
     case PermissionAuthority::Kind::photos: return who + " Would Like to Access Your Photos";
     case PermissionAuthority::Kind::music: return who + " Would Like to Access Your Music";
-    case PermissionAuthority::Kind::tracking:
-      return "Allow " + who + " to track your activity across other companies\u2019 apps and websites?";
+    case PermissionAuthority::Kind::tracking: break;
   }
   return who;
 }
@@ -37,7 +36,7 @@ std::string promptMessage(PermissionAuthority::Kind kind) {
   switch (kind) {
     case PermissionAuthority::Kind::photos: return "Your Pictures and Videos folders are shown and can be changed.";
     case PermissionAuthority::Kind::music: return "Your Music folder is shown and can be played.";
-    case PermissionAuthority::Kind::tracking: return "Nothing leaves this computer either way.";
+    case PermissionAuthority::Kind::tracking: break;
   }
   return {};
 }
@@ -73,6 +72,7 @@ std::optional<PermissionAuthority::Kind> DesktopPermissions::kindNamed(const std
 }
 
 int DesktopPermissions::status(Kind kind) const {
+  if (kind == Kind::tracking) return kTrackingStatus;
   std::lock_guard lock(mutex_);
   auto it = statuses_.find(kind);
   return it == statuses_.end() ? 0 : it->second;
@@ -101,6 +101,10 @@ void DesktopPermissions::finish(Kind kind, int status) {
 }
 
 void DesktopPermissions::request(Kind kind, std::function<void(int)> answer) {
+  if (kind == Kind::tracking) {
+    DispatchQueue::global().async([answer = std::move(answer)] { answer(kTrackingStatus); });
+    return;
+  }
   {
     std::lock_guard lock(mutex_);
     auto it = statuses_.find(kind);

@@ -14,11 +14,15 @@ namespace nimbrel::desktop {
 
 // Asks once per kind: the first request presents an alert ("Allow" / "Don't Allow") through the
 // main queue, and the answer is kept in a property list in the state folder; later requests, in
-// this run or another, answer the kept status. Statuses are each kind's platform numbers. Owned by
+// this run or another, answer the kept status. Tracking is never asked: nothing on the desktop
+// tracks, so it answers as a system where tracking is restricted does. Statuses are each kind's platform numbers. Owned by
 // a shared_ptr (a prompt on its way holds it weakly).
 class DesktopPermissions : public PermissionAuthority, public std::enable_shared_from_this<DesktopPermissions> {
  public:
   explicit DesktopPermissions(std::string path, std::string appName = "Nimbrel");
+
+  // Tracking's status: restricted, whatever a file says.
+  static constexpr int kTrackingStatus = 1;
 
   int status(Kind kind) const override;
   void request(Kind kind, std::function<void(int)> answer) override;

@@ -26,14 +26,17 @@ Answers ask(DemoAdNetwork::Fill fill) {
 }
 
 TEST(DemoAdNetworkTest, TheSwitchDecidesWhichPlacementsAreFilled) {
-  auto all = ask(DemoAdNetwork::fillFromText(nullptr));
-  EXPECT_TRUE(all.interstitial && all.native && all.appOpen && all.google);
+  for (const char* on : {"demo", "all"}) {
+    auto all = ask(DemoAdNetwork::fillFromText(on));
+    EXPECT_TRUE(all.interstitial && all.native && all.appOpen && all.google) << on;
+  }
 
   auto native = ask(DemoAdNetwork::fillFromText("native"));
   EXPECT_TRUE(native.native);
   EXPECT_FALSE(native.interstitial || native.appOpen || native.google);
 
-  for (const char* off : {"none", "off", "Al"}) {
+  EXPECT_EQ(DemoAdNetwork::fillFromText(nullptr), DemoAdNetwork::Fill::none) << "ads are opted into";
+  for (const char* off : {"", "none", "off", "Demo"}) {
     auto none = ask(DemoAdNetwork::fillFromText(off));
     EXPECT_FALSE(none.interstitial || none.native || none.appOpen || none.google) << off;
   }

@@ -65,18 +65,30 @@ TEST_F(DesktopPermissionsTest, TheFirstRequestAsksAndTheAnswerIsKeptForTheNextRu
 
 TEST_F(DesktopPermissionsTest, DontAllowGivesEachKindsRefusal) {
   auto authority = std::make_shared<DesktopPermissions>(path);
-  int music = -1, tracking = -1;
+  int music = -1, photos = -1;
   authority->request(Kind::music, [&](int s) { music = s; });
   loop.runUntilIdle();
   alert()->pressActionWithTitle("Don't Allow");
   loop.runUntilIdle();
-  authority->request(Kind::tracking, [&](int s) { tracking = s; });
+  authority->request(Kind::photos, [&](int s) { photos = s; });
   loop.runUntilIdle();
   alert()->pressActionWithTitle("Don't Allow");
   loop.runUntilIdle();
   EXPECT_EQ(music, 1);
-  EXPECT_EQ(tracking, 2);
+  EXPECT_EQ(photos, 2);
   EXPECT_EQ(DesktopPermissions(path).status(Kind::music), 1);
+}
+
+TEST_F(DesktopPermissionsTest, TrackingIsRestrictedWithoutAPrompt) {
+  // Even an answer kept by an older version does not bring the prompt or tracking back.
+  ASSERT_TRUE(DesktopPermissions::setStatus(path, Kind::tracking, 3));
+  auto authority = std::make_shared<DesktopPermissions>(path);
+  EXPECT_EQ(authority->status(Kind::tracking), 1);
+  std::vector<int> answers;
+  authority->request(Kind::tracking, [&](int s) { answers.push_back(s); });
+  loop.runUntilIdle();
+  EXPECT_EQ(answers, std::vector<int>{1});
+  EXPECT_FALSE(alert());
 }
 
 TEST_F(DesktopPermissionsTest, AKeptAnswerCanBeChangedOrForgotten) {
