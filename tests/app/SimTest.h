@@ -12,6 +12,7 @@
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UINavigationController.h"
 
 namespace nimbrel::testing {
@@ -51,6 +52,28 @@ class SimTest : public ::testing::Test {
   std::vector<std::string> takeLog() {
     std::lock_guard lock(logMutex);
     return std::exchange(logLines, {});
+  }
+  // A touch on a row of a browsing screen's collection as a person makes it: through the screen's
+  // tap recogniser while it is attached and enabled, else as the collection's own selection.
+  template <class Screen>
+  void tapRow(Screen& screen, long row) {
+    auto& cv = *screen.albumsCollectionView;
+    cv.layoutSubviews();
+    if (screen.tap && screen.tap->view() && screen.tap->isEnabled()) {
+      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
+    } else {
+      cv.userTapItemAtIndexPath({0, row});
+    }
+    settle();
+  }
+  // A long press that begins and ends on a row.
+  template <class Screen>
+  void longPressRow(Screen& screen, long row) {
+    screen.albumsCollectionView->layoutSubviews();
+    auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, row});
+    screen.longPress->recognize(UIGestureRecognizerState::began, point);
+    screen.longPress->recognize(UIGestureRecognizerState::ended, point);
+    settle();
   }
   bool logged(const std::string& line) {
     std::lock_guard lock(logMutex);

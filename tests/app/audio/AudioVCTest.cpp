@@ -43,16 +43,6 @@ class AudioVCTest : public testing::SimTest {
     return std::dynamic_pointer_cast<albumsCollectionViewCell>(
         screen.albumsCollectionView->cellForItemAtIndexPath({0, row}));
   }
-  void tapRow(AudioVC& screen, long row) {
-    auto& cv = *screen.albumsCollectionView;
-    cv.layoutSubviews();
-    if (screen.tap->isEnabled()) {
-      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
-    } else {
-      cv.userTapItemAtIndexPath({0, row});
-    }
-    settle();
-  }
   void select(AudioVC& screen, std::initializer_list<long> rows) {
     auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, *rows.begin()});
     screen.longPress->recognize(UIGestureRecognizerState::began, point);

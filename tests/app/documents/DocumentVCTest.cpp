@@ -36,23 +36,6 @@ class DocumentVCTest : public testing::SimTest {
     screen.performAction(selector, nullptr);
     settle();
   }
-  void tapRow(DocumentVC& screen, long row) {
-    auto& cv = *screen.albumsCollectionView;
-    cv.layoutSubviews();
-    if (screen.tap->view() && screen.tap->isEnabled()) {
-      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
-    } else {
-      cv.userTapItemAtIndexPath({0, row});
-    }
-    settle();
-  }
-  void longPressRow(DocumentVC& screen, long row) {
-    screen.albumsCollectionView->layoutSubviews();
-    auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, row});
-    screen.longPress->recognize(UIGestureRecognizerState::began, point);
-    screen.longPress->recognize(UIGestureRecognizerState::ended, point);
-    settle();
-  }
   std::shared_ptr<UIDocumentPickerViewController> openPicker(DocumentVC& screen) {
     press(screen, "onOpenDocumentOicker:");
     return std::dynamic_pointer_cast<UIDocumentPickerViewController>(nav()->presentedViewController());

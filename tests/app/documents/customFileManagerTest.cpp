@@ -72,12 +72,6 @@ TEST_F(customFileManagerTest, AFileInThePlaceOfTheRootCountsAsTheRoot) {
   EXPECT_EQ(takeLog().size(), 1u);
 }
 
-TEST_F(customFileManagerTest, DestinationPathIsPlainConcatenationKeepingBlanks) {
-  auto files = customFileManager::shared();
-  auto source = URL::fileURLWithPath("/tmp/My Report 2026.pdf", false);
-  EXPECT_EQ(files->destinationPath(source, "importedFiles"), imported + "/My Report 2026.pdf");
-}
-
 TEST_F(customFileManagerTest, MovingIntoATakenNameFailsAndLeavesBothFiles) {
   auto files = customFileManager::shared();
   files->createFolder("importedFiles");
@@ -96,15 +90,17 @@ TEST_F(customFileManagerTest, MovingIntoATakenNameFailsAndLeavesBothFiles) {
   EXPECT_EQ(log[2].rfind("Unable to move file:: Error Domain=NSCocoaErrorDomain Code=516 ", 0), 0u) << log[2];
 }
 
-TEST_F(customFileManagerTest, AMoveReturnsTheDestinationWithItsBlanksEncoded) {
+TEST_F(customFileManagerTest, TheDestinationKeepsBlanksAndTheMoveReturnsItEncoded) {
   auto files = customFileManager::shared();
   files->createFolder("importedFiles");
-  std::string source = NSHomeDirectory() + "/a b.pdf";
+  std::string source = NSHomeDirectory() + "/My Report 2026.pdf";
   write(source);
-  auto moved = files->moveFile(source, imported + "/a b.pdf");
+  auto destination = files->destinationPath(URL::fileURLWithPath(source, false), "importedFiles");
+  EXPECT_EQ(destination, imported + "/My Report 2026.pdf") << "plain concatenation";
+  auto moved = files->moveFile(source, destination);
   ASSERT_TRUE(moved);
-  EXPECT_EQ(moved->path(), imported + "/a b.pdf");
-  EXPECT_NE(moved->absoluteString().find("a%20b.pdf"), std::string::npos);
+  EXPECT_EQ(moved->path(), imported + "/My Report 2026.pdf");
+  EXPECT_NE(moved->absoluteString().find("My%20Report%202026.pdf"), std::string::npos);
   EXPECT_FALSE(fs::exists(source));
 }
 
@@ -134,8 +130,9 @@ TEST_F(customFileManagerTest, RemovingNothingOrAMissingFileFailsAndOnlyTheMissin
 }
 
 // What a listing holds is NSFileManagerTest's; here an empty folder lists as empty, not as nothing,
-// and a folder's address has no extension, which takes the folder icon.
-TEST_F(customFileManagerTest, AnEmptyFolderListsAsEmptyAndAFolderTakesTheFolderIcon) {
+// a folder's address has no extension, which takes the folder icon, and a removed folder gives
+// nothing and a log line.
+TEST_F(customFileManagerTest, ListingAnEmptyAFilledAndARemovedFolder) {
   auto files = customFileManager::shared();
   files->createFolder("importedFiles");
   auto empty = files->listFiles("importedFiles");
@@ -145,11 +142,6 @@ TEST_F(customFileManagerTest, AnEmptyFolderListsAsEmptyAndAFolderTakesTheFolderI
   auto listed = files->listFiles("importedFiles");
   ASSERT_TRUE(listed && listed->size() == 1u);
   EXPECT_EQ(files->iconName(listed->at(0).pathExtension()), "icon_folder");
-}
-
-TEST_F(customFileManagerTest, ListingAFolderThatWasRemovedGivesNothingAndLogs) {
-  auto files = customFileManager::shared();
-  files->createFolder("importedFiles");
   fs::remove_all(imported);
   takeLog();
   EXPECT_FALSE(files->listFiles("importedFiles"));

@@ -51,21 +51,6 @@ class HistoryScreensTest : public testing::SimTest {
     }
     return out;
   }
-  void touch(HistoryScreen& screen, long row) {
-    auto& cv = *screen.albumsCollectionView;
-    cv.layoutSubviews();
-    if (screen.tap->isEnabled()) {
-      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
-    } else {
-      cv.userTapItemAtIndexPath({0, row});
-    }
-    settle();
-  }
-  void longPress(HistoryScreen& screen, long row) {
-    auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, row});
-    screen.longPress->recognize(UIGestureRecognizerState::began, point);
-    settle();
-  }
 };
 
 TEST_F(HistoryScreensTest, AFreshInstallListsNothingAndNeverSetsUpItsCollection) {
@@ -90,7 +75,7 @@ TEST_F(HistoryScreensTest, RecentsFoldInMemoryResolveEachKindAndOpenByKind) {
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"a.pdf", "Outer"})) << "234 is inside 12345, which comes first";
   EXPECT_EQ(AppData::shared()->recentFiles.size(), 2u) << "the fold is written back in memory";
   ASSERT_TRUE(defaults().dataForKey("recentFiles"));
-  touch(*screen, 1);
+  tapRow(*screen, 1);
   auto player = std::dynamic_pointer_cast<MusicPlayerVC>(nav()->presentedViewController());
   ASSERT_TRUE(player);
   EXPECT_EQ(*player->song->title(), "Outer");
@@ -102,7 +87,7 @@ TEST_F(HistoryScreensTest, DeleteIsTheAlbumDeleteByNameAndTheRebuildShowsEveryth
   launchToHome(library(record("assets-library://asset/asset.JPG?id=P1&extJPG", "photo", 3e8)));
   auto screen = open<RecentFilesVC>("onRecentBtn:");
   ASSERT_EQ(names(*screen), (std::vector<std::string>{"Trip"}));
-  longPress(*screen, 0);
+  longPressRow(*screen, 0);
   screen->performAction("onDeletBtn:", nullptr);
   settle();
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"Trip", "Trip"}));
@@ -116,10 +101,10 @@ TEST_F(HistoryScreensTest, CloseThenEditThenATapSelectsEveryRowAndThreeDocuments
   platform.reset();
   launchToHome(library(record(a, "docs", 3e8) + "," + record(b, "docs", 2e8) + "," + record(c, "docs", 1e8)));
   auto screen = open<RecentFilesVC>("onRecentBtn:");
-  longPress(*screen, 0);
+  longPressRow(*screen, 0);
   screen->performAction("onCloseBtn:", nullptr);
   screen->menuChose("Edit");
-  touch(*screen, 1);
+  tapRow(*screen, 1);
   EXPECT_EQ(*screen->selectALLBtn->currentTitle(), "Deselect All") << "Close left every flag true";
   screen->performAction("onShareBtn:", screen->outlet("btnShare"));
   advance(0.6);
@@ -141,13 +126,13 @@ TEST_F(HistoryScreensTest, FavouritesComeOldestFirstAndLeaveByUnfavouriting) {
   auto size = screen->collectionViewLayoutSizeForItemAtIndexPath(*screen->albumsCollectionView, {0, 0});
   EXPECT_EQ(size.width, screen->albumsCollectionView->bounds().width() * 0.25) << "four columns on a pad";
   EXPECT_EQ(size.height, size.width);
-  longPress(*screen, 0);
+  longPressRow(*screen, 0);
   screen->performAction("onUnFavBtn:", nullptr);
   settle();
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"b.txt"}));
   EXPECT_EQ(SVProgressHUD::state().status, " Mark asUnFavourite....");
   EXPECT_TRUE(screen->SelectEditView->isHidden());
-  longPress(*screen, 0);
+  longPressRow(*screen, 0);
   screen->performAction("onUnFavBtn:", nullptr);
   settle();
   EXPECT_EQ(screen->albumsCollectionView->numberOfItemsInSection(0), 0) << "an emptied list shows empty";

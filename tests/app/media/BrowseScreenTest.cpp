@@ -68,21 +68,6 @@ class BrowseScreenTest : public testing::SimTest {
     settle();
     return screen;
   }
-  void tap(ListScreen& s, long row) {
-    s.albumsCollectionView->layoutSubviews();
-    if (s.tap->view() && s.tap->isEnabled()) {
-      s.tap->recognize(UIGestureRecognizerState::ended, s.albumsCollectionView->centerOfItemAtIndexPath({0, row}));
-    } else {
-      s.albumsCollectionView->userTapItemAtIndexPath({0, row});
-    }
-    settle();
-  }
-  void longPress(ListScreen& s, long row) {
-    auto p = s.albumsCollectionView->centerOfItemAtIndexPath({0, row});
-    s.longPress->recognize(UIGestureRecognizerState::began, p);
-    s.longPress->recognize(UIGestureRecognizerState::ended, p);
-    settle();
-  }
 };
 
 TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLater) {
@@ -99,12 +84,12 @@ TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLater) {
 
 TEST_F(BrowseScreenTest, SelectionAtTheAlbumFlagOnlyDisablesTheTap) {
   auto s = open({"a", "b", "c"});
-  longPress(*s, 1);
+  longPressRow(*s, 1);
   EXPECT_TRUE(s->isSelectionModeOn());
   EXPECT_FALSE(s->tap->isEnabled());
   EXPECT_TRUE(s->tap->view()) << "this screen keeps its recogniser attached";
   EXPECT_EQ(s->viewModel->selectedItems().size(), 1u);
-  tap(*s, 2);
+  tapRow(*s, 2);
   EXPECT_EQ(s->viewModel->selectedItems().size(), 2u);
   EXPECT_TRUE(s->opened.empty());
 }
@@ -136,8 +121,8 @@ TEST_F(BrowseScreenTest, SelectAllFollowsItsTableWithAndWithoutALoadedAd) {
   for (const auto& row : rows) {
     auto s = open({"a", "b", "c"});
     if (row.ad) AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
-    longPress(*s, row.picked.front());
-    for (size_t i = 1; i < row.picked.size(); ++i) tap(*s, row.picked[i]);
+    longPressRow(*s, row.picked.front());
+    for (size_t i = 1; i < row.picked.size(); ++i) tapRow(*s, row.picked[i]);
     s->performAction("onSelectAllBtn:", nullptr);
     settle();
     EXPECT_EQ(s->viewModel->selectedItems().size(), row.after) << row.what;
@@ -149,7 +134,7 @@ TEST_F(BrowseScreenTest, SelectAllFollowsItsTableWithAndWithoutALoadedAd) {
 
 TEST_F(BrowseScreenTest, CloseLeavesEveryRowFlaggedAndTheChromeHidden) {
   auto s = open({"a", "b"});
-  longPress(*s, 0);
+  longPressRow(*s, 0);
   s->performAction("onCloseBtn:", nullptr);
   settle();
   EXPECT_FALSE(s->isSelectionModeOn());

@@ -64,23 +64,6 @@ class ImagesVCTest : public testing::SimTest {
     for (const auto& item : screen.viewModel->items) out.push_back(item->item.name);
     return out;
   }
-  // A touch as a person makes it: through the tap recogniser when it is in place.
-  void tapRow(ImagesVC& screen, long row) {
-    auto& cv = *screen.albumsCollectionView;
-    cv.layoutSubviews();
-    if (screen.tap->view() && screen.tap->isEnabled()) {
-      screen.tap->recognize(UIGestureRecognizerState::ended, cv.centerOfItemAtIndexPath({0, row}));
-    } else {
-      cv.userTapItemAtIndexPath({0, row});
-    }
-    settle();
-  }
-  void longPressRow(ImagesVC& screen, long row) {
-    auto point = screen.albumsCollectionView->centerOfItemAtIndexPath({0, row});
-    screen.longPress->recognize(UIGestureRecognizerState::began, point);
-    screen.longPress->recognize(UIGestureRecognizerState::ended, point);
-    settle();
-  }
   void press(ImagesVC& screen, const std::string& selector, const std::string& sender = "") {
     screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
     settle();

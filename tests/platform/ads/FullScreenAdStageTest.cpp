@@ -16,13 +16,17 @@ class FullScreenAdStageTest : public ::testing::Test {
   void TearDown() override { resetPlatformState(); }
 };
 
-TEST_F(FullScreenAdStageTest, OneAdAtATimeAndItsCloseActionRunsOnAnEmptyStage) {
+TEST_F(FullScreenAdStageTest, OneAdAtATimeItsCloseActionRunsOnAnEmptyStageAndAResetForgetsAll) {
   std::vector<std::string> log;
+  int changes = 0;
+  stage.changed().observe([&] { ++changes; });
   ASSERT_TRUE(stage.present({"applovin", "interstitial", "a"}, [&] {
     log.push_back(stage.showing() ? "closed while still showing" : "closed");
     // The close action may put the next ad up at once.
-    log.push_back(stage.present({"google", "interstitial", "b"}, nullptr) ? "next up" : "refused");
+    bool next = stage.present({"google", "interstitial", "b"}, [&] { log.push_back("b closed"); });
+    log.push_back(next ? "next up" : "refused");
   }));
+  EXPECT_EQ(changes, 1);
   EXPECT_FALSE(stage.present({"google", "interstitial", "c"}, [&] { log.push_back("wrong"); }));
 
   EXPECT_TRUE(stage.close());
@@ -30,24 +34,17 @@ TEST_F(FullScreenAdStageTest, OneAdAtATimeAndItsCloseActionRunsOnAnEmptyStage) {
   EXPECT_EQ(log, (std::vector<std::string>{"closed", "next up"}));
   ASSERT_TRUE(stage.showing().has_value());
   EXPECT_EQ(stage.showing()->adUnit, "b");
-  EXPECT_TRUE(stage.close());
-  EXPECT_FALSE(stage.close());
-}
-
-TEST_F(FullScreenAdStageTest, ChangesAreSignalledAndAFreshStageHasNoObserversOrAd) {
-  int changes = 0;
-  bool closed = false;
-  stage.changed().observe([&] { ++changes; });
-  stage.present({"applovin", "appOpen", "a"}, [&] { closed = true; });
-  EXPECT_EQ(changes, 1);
 
   resetPlatformState();
 
   EXPECT_FALSE(stage.showing().has_value());
   EXPECT_FALSE(stage.close());
-  EXPECT_FALSE(closed);
-  stage.present({"applovin", "appOpen", "b"}, nullptr);
-  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(log, (std::vector<std::string>{"closed", "next up"})) << "a reset runs no close action";
+  int before = changes;
+  stage.present({"applovin", "appOpen", "d"}, nullptr);
+  EXPECT_EQ(changes, before) << "a fresh stage has no observers";
+  EXPECT_TRUE(stage.close());
+  EXPECT_FALSE(stage.close());
 }
 
 }  // namespace

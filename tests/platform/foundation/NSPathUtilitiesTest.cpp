@@ -13,7 +13,7 @@ class NSPathUtilitiesTest : public ::testing::Test {
   void TearDown() override { resetPlatformState(); }
 };
 
-TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHome) {
+TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly) {
   setApplicationHomeDirectory("/data/app home/");
   EXPECT_EQ(NSHomeDirectory(), "/data/app home");
   struct Row {
@@ -31,36 +31,24 @@ TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHome) {
     EXPECT_EQ(NSSearchPathForDirectoriesInDomains(row.directory, NSUserDomainMask, false),
               (std::vector<std::string>{row.tilde}));
   }
+  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory,
+                                                  static_cast<NSSearchPathDomainMask>(8), true)
+                  .empty());
+  auto urls = NSFileManager::defaultManager().URLsForDirectoryInDomains(NSDocumentDirectory,
+                                                                          NSUserDomainMask);
+  ASSERT_EQ(urls.size(), 1u);
+  EXPECT_EQ(urls[0].absoluteString(), "file:///data/app%20home/Documents/");
+  EXPECT_EQ(urls[0].path(), "/data/app home/Documents");
 }
 
-TEST_F(NSPathUtilitiesTest, NoHomeMeansNoDirectories) {
+TEST_F(NSPathUtilitiesTest, AResetForgetsTheHomeAndNoHomeMeansNoDirectories) {
+  setApplicationHomeDirectory("/home/app");
+  resetPlatformState();
   EXPECT_EQ(NSHomeDirectory(), "");
   EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
   EXPECT_TRUE(NSFileManager::defaultManager()
                   .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
                   .empty());
-}
-
-TEST_F(NSPathUtilitiesTest, OnlyTheUsersDomainIsKnown) {
-  setApplicationHomeDirectory("/home/app");
-  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory,
-                                                  static_cast<NSSearchPathDomainMask>(8), true)
-                  .empty());
-}
-
-TEST_F(NSPathUtilitiesTest, TheFileManagerGivesDirectoryURLs) {
-  setApplicationHomeDirectory("/home/app");
-  auto urls = NSFileManager::defaultManager().URLsForDirectoryInDomains(NSDocumentDirectory,
-                                                                          NSUserDomainMask);
-  ASSERT_EQ(urls.size(), 1u);
-  EXPECT_EQ(urls[0].absoluteString(), "file:///home/app/Documents/");
-  EXPECT_EQ(urls[0].path(), "/home/app/Documents");
-}
-
-TEST_F(NSPathUtilitiesTest, AResetForgetsTheHome) {
-  setApplicationHomeDirectory("/home/app");
-  resetPlatformState();
-  EXPECT_EQ(NSHomeDirectory(), "");
 }
 
 }  // namespace

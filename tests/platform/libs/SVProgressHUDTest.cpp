@@ -31,18 +31,6 @@ class SVProgressHUDTest : public ::testing::Test {
   }
 };
 
-TEST_F(SVProgressHUDTest, AFreshLibraryHasItsOwnDefaults) {
-  SVProgressHUD::setDefaultStyle(SVProgressHUD::Style::dark);
-  SVProgressHUD::setDefaultMaskType(SVProgressHUD::MaskType::clear);
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
-  resetPlatformState();
-  EXPECT_EQ(SVProgressHUD::defaultStyle(), SVProgressHUD::Style::light);
-  EXPECT_EQ(SVProgressHUD::defaultMaskType(), SVProgressHUD::MaskType::none);
-  EXPECT_EQ(static_cast<int>(SVProgressHUD::defaultMaskType()), 1);
-  EXPECT_EQ(SVProgressHUD::minimumDismissTimeInterval(), 5.0);
-  EXPECT_EQ(phase(), "hidden");
-}
-
 TEST_F(SVProgressHUDTest, ShowAndDismissTakeEffectOneTurnLaterAndAreSignalled) {
   int changes = 0;
   SVProgressHUD::changed().observe([&] { ++changes; });

@@ -14,8 +14,13 @@ class UIStoryboardTest : public ::testing::Test {
 };
 
 // Fresh controllers named after their identifier, with the view not loaded, are StoryBoardTest's.
-TEST_F(UIStoryboardTest, UnknownNamesGiveNoController) {
+TEST_F(UIStoryboardTest, OnlyTheExactNameFindsASceneAndAnIdentifierTheSceneSetItselfIsKept) {
   UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
+  UIStoryboard::registerScene("Main", "Alias", [] {
+    auto vc = std::make_shared<UIViewController>();
+    vc->setStoryboardIdentifier("Real");
+    return vc;
+  });
   struct Row {
     const char* storyboard;
     const char* identifier;
@@ -27,9 +32,11 @@ TEST_F(UIStoryboardTest, UnknownNamesGiveNoController) {
     EXPECT_FALSE(board.containsIdentifier(row.identifier));
   }
   EXPECT_EQ(UIStoryboard::storyboardWithName("Other").instantiateInitialViewController(), nullptr);
+  auto vc = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("Alias");
+  EXPECT_EQ(vc->storyboardIdentifier(), "Real");
 }
 
-TEST_F(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnes) {
+TEST_F(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnesAndAResetForgetsThemAll) {
   UIStoryboard::setInitialScene("Main", [] {
     auto vc = std::make_shared<UIViewController>();
     vc->setTitle("initial");
@@ -43,24 +50,9 @@ TEST_F(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnes) {
   ASSERT_NE(initial, nullptr);
   EXPECT_EQ(initial->title(), "initial");
   EXPECT_EQ(UIStoryboard::identifiers("Main"), (std::vector<std::string>{"A", "B"}));
-}
-
-TEST_F(UIStoryboardTest, AnIdentifierTheSceneSetItselfIsKept) {
-  UIStoryboard::registerScene("Main", "Alias", [] {
-    auto vc = std::make_shared<UIViewController>();
-    vc->setStoryboardIdentifier("Real");
-    return vc;
-  });
-  auto vc = UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("Alias");
-  EXPECT_EQ(vc->storyboardIdentifier(), "Real");
-}
-
-TEST_F(UIStoryboardTest, UnregisteringForgetsEveryScene) {
-  UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
-  UIStoryboard::setInitialScene("Main", [] { return std::make_shared<UIViewController>(); });
   resetPlatformState();
   auto board = UIStoryboard::storyboardWithName("Main");
-  EXPECT_EQ(board.instantiateViewControllerWithIdentifier("Home"), nullptr);
+  EXPECT_EQ(board.instantiateViewControllerWithIdentifier("A"), nullptr);
   EXPECT_EQ(board.instantiateInitialViewController(), nullptr);
 }
 
