@@ -36,6 +36,8 @@ bench: configure
 	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench
 	@$(PRESET_DIR)/bench/nimbrel_bench
 	@./bench/plist_vs_python.sh
+	@cmake --build --preset default -j $(JOBS) --target nimbrel nimbrel-library nimbrel-demo-library
+	@python3 bench/window/window_start.py $(PRESET_DIR) 20000 5
 
 test-asan: deps
 	@cmake --preset asan >/dev/null

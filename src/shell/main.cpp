@@ -34,6 +34,7 @@
 #include "shell/QtMessages.h"
 #include "shell/QtRunLoop.h"
 #include "shell/QtTextMeasurer.h"
+#include "shell/StartupTrace.h"
 
 Q_IMPORT_QML_PLUGIN(Nimbrel_ShellPlugin)
 
@@ -221,6 +222,7 @@ int main(int argc, char** argv) {
       status = 1;
     } else {
       host.setWindow(window);
+      if (nimbrel::shell::StartupTrace::wanted()) new nimbrel::shell::StartupTrace(window);
       std::unique_ptr<nimbrel::shell::StdinDriver> driver;
       if (session) {
         driver = std::make_unique<nimbrel::shell::StdinDriver>(*session);
