@@ -33,9 +33,10 @@ package: build
 	@cd $(PRESET_DIR) && cpack -B $(CURDIR)/build
 
 bench: configure
-	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench
+	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench nimbrel-library nimbrel-plutil
 	@$(PRESET_DIR)/bench/nimbrel_bench
 	@./bench/plist_vs_python.sh
+	@./bench/startup_vs_reference.sh
 
 test-asan: deps
 	@cmake --preset asan >/dev/null
