@@ -16,9 +16,9 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # An index to report on, made by the program from a folder with one album.
-mkdir -p "$work/Pictures/Trip"
+mkdir -p "$work/Pictures/Trip" "$work/Videos" "$work/Music"
 export NIMBREL_HOME=$work/home XDG_CACHE_HOME=$work/cache XDG_STATE_HOME=$work/state XDG_CONFIG_HOME=$work/config
-"$library" scan --pictures "$work/Pictures" >/dev/null
+"$library" scan --pictures "$work/Pictures" --videos "$work/Videos" --music "$work/Music" >/dev/null
 python3 -c 'import plistlib, sys; open(sys.argv[1], "wb").write(plistlib.dumps({"kIsListView": True, "isFirstTime": False}, fmt=plistlib.FMT_BINARY))' "$work/small.plist"
 python3 "$root/bench/plist_vs_python.py" records "$work/recent.plist"
 
