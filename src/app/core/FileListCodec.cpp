@@ -292,6 +292,8 @@ class Reader {
     size_t tableEnd = size_ - kTrailerSize;
     if (tableOffset_ < kHeaderSize + 1 || tableOffset_ > tableEnd) return false;
     if (count_ > (tableEnd - tableOffset_) / offsetSize_) return false;
+    offsetShift_ = 64 - 8 * offsetSize_;
+    refShift_ = 64 - 8 * refSize_;
     for (std::uint64_t i = 0; i < count_; ++i) {
       std::uint64_t off = offsetOf(i);
       if (off < kHeaderSize || off >= tableOffset_) return false;
@@ -303,8 +305,15 @@ class Reader {
     return true;
   }
 
-  std::uint64_t offsetOf(std::uint64_t obj) const { return readBE(b_ + tableOffset_ + obj * offsetSize_, offsetSize_); }
-  std::uint64_t ref(const std::uint8_t* p) const { return readBE(p, refSize_); }
+  // Offsets and references are followed at least by the 32-byte trailer, so a full 8-byte load
+  // from any of them stays inside the file.
+  static std::uint64_t sized(const std::uint8_t* p, unsigned shift) {
+    std::uint64_t v;
+    std::memcpy(&v, p, 8);
+    return __builtin_bswap64(v) >> shift;
+  }
+  std::uint64_t offsetOf(std::uint64_t obj) const { return sized(b_ + tableOffset_ + obj * offsetSize_, offsetShift_); }
+  std::uint64_t ref(const std::uint8_t* p) const { return sized(p, refShift_); }
 
   bool charge(std::uint64_t n) {
     if (n > budget_) return false;
@@ -396,6 +405,7 @@ class Reader {
   const std::uint8_t* b_;
   size_t size_;
   std::uint8_t offsetSize_ = 0, refSize_ = 0;
+  unsigned offsetShift_ = 0, refShift_ = 0;
   std::uint64_t count_ = 0, top_ = 0, tableOffset_ = 0;
   size_t budget_ = 0;
   static constexpr size_t kKeySlots = 8;
