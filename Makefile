@@ -33,10 +33,11 @@ package: build
 	@cd $(PRESET_DIR) && cpack -B $(CURDIR)/build
 
 bench: configure
-	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench
+	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench nimbrel-library nimbrel-plutil
 	@$(PRESET_DIR)/bench/nimbrel_bench
 	@./bench/plist_vs_python.sh
-	@cmake --build --preset default -j $(JOBS) --target nimbrel nimbrel-library nimbrel-demo-library
+	@./bench/startup_vs_reference.sh
+	@cmake --build --preset default -j $(JOBS) --target nimbrel nimbrel-library nimbrel-library-media nimbrel-demo-library
 	@python3 bench/window/window_start.py $(PRESET_DIR) 20000 5
 
 test-asan: deps

@@ -15,9 +15,10 @@
 #include <vector>
 
 #include "backends/desktop/DesktopPhotoLibrary.h"
-#include "backends/desktop/LibraryIndex.h"
-#include "backends/desktop/SampleMedia.h"
-#include "backends/desktop/ThumbnailCache.h"
+#include "backends/desktop/media/FileMediaReader.h"
+#include "backends/desktop/index/LibraryIndex.h"
+#include "backends/desktop/media/SampleMedia.h"
+#include "backends/desktop/media/ThumbnailCache.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/photos/PHImageManager.h"
 
@@ -98,7 +99,7 @@ void BM_Index_FirstScan(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     freshIndexFolder(d);
-    LibraryIndex index(d.root + "/index/library.sqlite3");
+    LibraryIndex index(d.root + "/index/library.sqlite3", FileMediaReader::shared());
     state.ResumeTiming();
     auto report = index.scanPhotos({d.pictures()});
     if (report.parsed != kPictures) state.SkipWithError("not every picture was read");
@@ -122,9 +123,9 @@ BENCHMARK(BM_Index_FindPlusExiv2)->Unit(benchmark::kMillisecond)->Iterations(3)-
 void BM_Index_RescanUnchanged(benchmark::State& state) {
   auto& d = dataset();
   freshIndexFolder(d);
-  LibraryIndex(d.root + "/index/library.sqlite3").scanPhotos({d.pictures()});
+  LibraryIndex(d.root + "/index/library.sqlite3", FileMediaReader::shared()).scanPhotos({d.pictures()});
   for (auto _ : state) {
-    LibraryIndex index(d.root + "/index/library.sqlite3");
+    LibraryIndex index(d.root + "/index/library.sqlite3", FileMediaReader::shared());
     auto report = index.scanPhotos({d.pictures()}, ScanDepth::quick);
     if (report.parsed != 0 || report.unchanged != kPictures) state.SkipWithError("the rescan did not see the library whole");
   }
@@ -136,7 +137,7 @@ BENCHMARK(BM_Index_RescanUnchanged)->Unit(benchmark::kMillisecond)->UseRealTime(
 void BM_Index_RescanUnchangedFull(benchmark::State& state) {
   auto& d = dataset();
   freshIndexFolder(d);
-  LibraryIndex index(d.root + "/index/library.sqlite3");
+  LibraryIndex index(d.root + "/index/library.sqlite3", FileMediaReader::shared());
   index.scanPhotos({d.pictures()});
   for (auto _ : state) {
     auto report = index.scanPhotos({d.pictures()}, ScanDepth::full);
@@ -204,7 +205,7 @@ void BM_Browse_Memory(benchmark::State& state) {
   auto& d = dataset();
   freshIndexFolder(d);
   {
-    LibraryIndex index(d.root + "/index/library.sqlite3");
+    LibraryIndex index(d.root + "/index/library.sqlite3", FileMediaReader::shared());
     index.scanPhotos({d.pictures()});
   }
   double before = residentMB(), held = 0;

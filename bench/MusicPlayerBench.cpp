@@ -14,8 +14,8 @@
 #include <string>
 
 #include "backends/desktop/DesktopImageDecoder.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/SampleMedia.h"
 #include "app/VC/UIViewControllerExtension.h"
 #include "app/audio/MusicPlayerVC.h"
 #include "app/storyboard/MainStoryboard.h"

@@ -15,6 +15,7 @@ packages=(
   exiv2 libvips-tools
   dbus-daemon dbus-bin
   dpkg-dev file desktop-file-utils appstream groff-base
+  hyperfine
 )
 missing=()
 for p in "${packages[@]}"; do

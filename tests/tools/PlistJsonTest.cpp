@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "platform/foundation/PlistSamples.h"
@@ -59,6 +60,31 @@ TEST(PlistJson, WritesIntegersRealsDatesAndDataDistinctly) {
             "  },\n"
             "  \"e\": 1e+300\n"
             "}");
+}
+
+// The writer spells JSON itself; nlohmann's dump of the same values is the reference text.
+TEST(PlistJson, WritesTheTextNlohmannWouldWrite) {
+  using Json = nlohmann::ordered_json;
+  const std::string controls = std::string("\0\x01\x1f\x7f \"\\/\b\f\n\r\t", 13) + "Grüße 😀";
+  PlistValue v(PlistValue::Dictionary{
+      {"reals", PlistValue::Array{0.1, -0.0, 1e21, 1e-7, 5e-324, 1.7976931348623157e308, 123456.0,
+                                  785000000.123456789}},
+      {"ints", PlistValue::Array{std::int64_t{-9223372036854775807 - 1}, 0, 42}},
+      {controls, controls},
+      {"empty", PlistValue::Dictionary{{"a", PlistValue::Array{}}, {"d", PlistValue::Dictionary{}}}},
+      {"nested", PlistValue::Array{PlistValue::Array{true, false, PlistValue::Array{""}}}}});
+  Json reference = Json::object();
+  reference["reals"] = Json::array({0.1, -0.0, 1e21, 1e-7, 5e-324, 1.7976931348623157e308, 123456.0,
+                                     785000000.123456789});
+  reference["ints"] = Json::array({std::int64_t{-9223372036854775807 - 1}, 0, 42});
+  reference[controls] = controls;
+  reference["empty"] = Json::object({{"a", Json::array()}, {"d", Json::object()}});
+  reference["nested"] = Json::array({Json::array({true, false, Json::array({""})})});
+  auto json = PlistJson::write(v);
+  ASSERT_TRUE(json.ok()) << json.error();
+  EXPECT_EQ(*json, reference.dump(2));
+  EXPECT_FALSE(PlistJson::write(PlistValue(std::string("\xC0\xAF"))).ok());
+  EXPECT_FALSE(PlistJson::write(PlistValue(std::string("\xED\xA0\x80"))).ok());
 }
 
 TEST(PlistJson, ReadsNumbersByTheirSpelling) {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 using namespace nimbrel::desktop;
 namespace fs = std::filesystem;

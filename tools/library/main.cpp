@@ -1,19 +1,18 @@
 // nimbrel-library: the desktop library's index, thumbnails and permission answers from a terminal,
 // with the same folders and environment as the program.
-#include <algorithm>
-#include <chrono>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <map>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "backends/desktop/DesktopLocations.h"
-#include "backends/desktop/DesktopPermissions.h"
-#include "backends/desktop/LibraryIndex.h"
-#include "backends/desktop/ThumbnailCache.h"
+#include "backends/desktop/index/DesktopLocations.h"
+#include "backends/desktop/index/DesktopPermissions.h"
+#include "backends/desktop/index/LibraryIndex.h"
+#include "library/LibraryArguments.h"
 #include "platform/photos/PHTypes.h"
 
 using namespace nimbrel::desktop;
@@ -21,15 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-int usage(int status) {
-  std::fprintf(status ? stderr : stdout,
-               "usage: nimbrel-library scan [--full] [--pictures DIR] [--videos DIR] [--music DIR]\n"
-               "       nimbrel-library thumbnails [--pictures DIR] [--videos DIR]\n"
-               "       nimbrel-library status\n"
-               "       nimbrel-library permissions [reset|allow|deny photos|music]\n"
-               "       nimbrel-library --help | --version\n");
-  return status;
-}
+int usage(int status) { return LibraryArguments::usage(status); }
 
 const char* show(const std::string& path) {
   return path.empty() ? "(none)" : path.c_str();
@@ -46,53 +37,21 @@ std::unique_ptr<LibraryIndex> openIndex(const DesktopLocations& l) {
   return index;
 }
 
-void printAlbums(LibraryIndex& index) {
-  std::map<std::string, int> perFolder;
-  for (const auto& a : index.assets()) perFolder[a.folder]++;
-  for (const auto& album : index.albums()) {
-    std::printf("  album %-30s %d\n", album.folder.c_str(), perFolder[album.folder]);
+// scan and thumbnails read pictures, movies and songs: a helper beside the program (or in the
+// installed libexec folder) does them, so that the other commands start without the codec libraries.
+int runMediaHelper(char** argv) {
+  std::error_code ec;
+  fs::path self = fs::read_symlink("/proc/self/exe", ec);
+  if (ec) self = fs::absolute(argv[0]);
+  const char* name = "nimbrel-library-media";
+  for (const fs::path& candidate : {self.parent_path() / name, self.parent_path() / NIMBREL_LIBEXEC_RELATIVE / name}) {
+    if (::access(candidate.c_str(), X_OK) == 0) {
+      ::execv(candidate.c_str(), argv);
+      break;
+    }
   }
-}
-
-// Folders whose times have not moved are taken as they were unless `full` asks for every file.
-int scan(const DesktopLocations& l, bool full) {
-  auto index = openIndex(l);
-  if (!index) return 1;
-  std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
-  auto photos = index->scanPhotos({l.pictures, l.videos}, full ? ScanDepth::full : ScanDepth::quick);
-  auto music = l.music.empty() ? ScanReport{} : index->scanMusic(l.music);
-  std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",
-              photos.images, photos.videos, photos.albums, photos.parsed, photos.unchanged, photos.added, photos.moved,
-              photos.removed, photos.seconds);
-  printAlbums(*index);
-  std::printf("music: %d songs (%d read, %d unchanged, %d gone) in %.3f s\n", music.songs, music.parsed, music.unchanged,
-              music.removed, music.seconds);
-  std::printf("total %.3f s\n", photos.seconds + music.seconds);
-  return 0;
-}
-
-int thumbnails(const DesktopLocations& l) {
-  auto index = openIndex(l);
-  if (!index) return 1;
-  index->scanPhotos({l.pictures, l.videos}, ScanDepth::quick);
-  auto rows = index->assets();
-  ThumbnailCache cache(l.thumbnails);
-  auto start = std::chrono::steady_clock::now();
-  unsigned workers = std::max(1u, std::min(4u, std::thread::hardware_concurrency()));
-  std::vector<std::thread> threads;
-  for (unsigned w = 0; w < workers; ++w) {
-    threads.emplace_back([&, w] {
-      for (size_t i = w; i < rows.size(); i += workers) {
-        for (int box : {128, 256}) cache.thumbnail(rows[i].path, box, rows[i].orientation);
-      }
-    });
-  }
-  for (auto& t : threads) t.join();
-  double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  auto counts = cache.counts();
-  std::printf("thumbnails in %s: %d made, %d already there, %d could not be made, for %zu files in %.3f s\n",
-              l.thumbnails.c_str(), counts.made, counts.reused, counts.failed, rows.size(), seconds);
-  return 0;
+  std::fprintf(stderr, "nimbrel-library: cannot run %s beside %s: %s\n", name, self.c_str(), std::strerror(errno));
+  return 1;
 }
 
 int status(const DesktopLocations& l) {
@@ -168,31 +127,10 @@ int main(int argc, char** argv) {
     std::printf("nimbrel-library %s\n", NIMBREL_VERSION);
     return 0;
   }
-  DesktopLocations::Overrides overrides;
-  bool full = false;
-  int i = 2;
-  if (command != "permissions") {
-    for (; i < argc; ++i) {
-      auto value = [&](std::string& field) {
-        if (i + 1 >= argc) return false;
-        field = fs::absolute(argv[++i]).lexically_normal().string();
-        while (field.size() > 1 && field.back() == '/') field.pop_back();
-        return true;
-      };
-      if (command == "scan" && std::strcmp(argv[i], "--full") == 0) {
-        full = true;
-        continue;
-      }
-      bool ok = std::strcmp(argv[i], "--pictures") == 0   ? value(overrides.pictures)
-                : std::strcmp(argv[i], "--videos") == 0 ? value(overrides.videos)
-                : std::strcmp(argv[i], "--music") == 0  ? value(overrides.music)
-                                                        : false;
-      if (!ok) return usage(2);
-    }
-  }
-  auto locations = DesktopLocations::resolve(overrides);
-  if (command == "scan") return scan(locations, full);
-  if (command == "thumbnails") return thumbnails(locations);
+  if (command == "scan" || command == "thumbnails") return runMediaHelper(argv);
+  LibraryArguments arguments;
+  if (!LibraryArguments::parse(argc, argv, arguments)) return usage(2);
+  auto locations = DesktopLocations::resolve(arguments.overrides);
   if (command == "status") return status(locations);
   if (command == "permissions") return permissions(locations, argc, argv, 2);
   return usage(2);

@@ -1,6 +1,7 @@
 #include "plutil/PlistJson.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <exception>
 #include <limits>
@@ -21,72 +22,184 @@ std::string nestingError() {
   return "nesting deeper than " + std::to_string(PlistJson::kMaxNesting) + " levels";
 }
 
-bool toJson(const PlistValue& v, size_t depth, Json& out, std::string& error) {
-  switch (v.type()) {
-    case PlistValue::Type::boolean:
-      out = v.boolean();
-      return true;
-    case PlistValue::Type::integer:
-      out = v.integer();
-      return true;
-    case PlistValue::Type::real:
-      if (!std::isfinite(v.real())) {
-        error = "the real " + std::to_string(v.real()) + " has no JSON form";
-        return false;
+// Writes the text straight from the value, in nlohmann's own spelling (its shortest
+// round-trip reals, its escapes, two-space indent), so that no JSON tree is built on the way.
+class TextWriter {
+ public:
+  explicit TextWriter(std::string& out) : out_(out) {}
+  std::string error;
+
+  bool value(const PlistValue& v, size_t depth) {
+    switch (v.type()) {
+      case PlistValue::Type::boolean:
+        out_ += v.boolean() ? "true" : "false";
+        return true;
+      case PlistValue::Type::integer: {
+        char buf[24];
+        auto end = std::to_chars(buf, buf + sizeof buf, v.integer()).ptr;
+        out_.append(buf, end);
+        return true;
       }
-      out = v.real();
-      return true;
-    case PlistValue::Type::date: {
-      double t = v.date().timeIntervalSinceReferenceDate;
-      if (!std::isfinite(t)) {
-        error = "the date " + std::to_string(t) + " has no JSON form";
-        return false;
+      case PlistValue::Type::real:
+        if (!std::isfinite(v.real()))
+          return fail("the real " + std::to_string(v.real()) + " has no JSON form");
+        real(v.real());
+        return true;
+      case PlistValue::Type::date: {
+        double t = v.date().timeIntervalSinceReferenceDate;
+        if (!std::isfinite(t))
+          return fail("the date " + std::to_string(t) + " has no JSON form");
+        tagged(kDateKey, depth);
+        real(t);
+        return closeTagged(depth);
       }
-      out = Json::object({{kDateKey, t}});
-      return true;
-    }
-    case PlistValue::Type::data:
-      out = Json::object({{kDataKey, Base64::encode(v.data())}});
-      return true;
-    case PlistValue::Type::string:
-      out = v.string();
-      return true;
-    case PlistValue::Type::array: {
-      if (depth >= PlistJson::kMaxNesting) {
-        error = nestingError();
-        return false;
-      }
-      out = Json::array();
-      for (const auto& item : v.array()) {
-        Json j;
-        if (!toJson(item, depth + 1, j, error))
-          return false;
-        out.push_back(std::move(j));
-      }
-      return true;
-    }
-    case PlistValue::Type::dictionary: {
-      if (depth >= PlistJson::kMaxNesting) {
-        error = nestingError();
-        return false;
-      }
-      out = Json::object();
-      for (const auto& [key, value] : v.dictionary()) {
-        if (key == kDateKey || key == kDataKey) {
-          error = "the dictionary key \"" + key + "\" is reserved in the JSON form";
-          return false;
+      case PlistValue::Type::data:
+        tagged(kDataKey, depth);
+        out_ += '"';
+        out_ += Base64::encode(v.data());
+        out_ += '"';
+        return closeTagged(depth);
+      case PlistValue::Type::string:
+        return string(v.string());
+      case PlistValue::Type::array: {
+        if (depth >= PlistJson::kMaxNesting)
+          return fail(nestingError());
+        const auto& items = v.array();
+        if (items.empty()) {
+          out_ += "[]";
+          return true;
         }
-        Json j;
-        if (!toJson(value, depth + 1, j, error))
-          return false;
-        out[key] = std::move(j);
+        out_ += "[\n";
+        for (size_t i = 0; i < items.size(); ++i) {
+          if (i > 0)
+            out_ += ",\n";
+          indent(depth + 1);
+          if (!value(items[i], depth + 1))
+            return false;
+        }
+        out_ += '\n';
+        indent(depth);
+        out_ += ']';
+        return true;
       }
-      return true;
+      case PlistValue::Type::dictionary: {
+        if (depth >= PlistJson::kMaxNesting)
+          return fail(nestingError());
+        const auto& entries = v.dictionary();
+        if (entries.empty()) {
+          out_ += "{}";
+          return true;
+        }
+        out_ += "{\n";
+        for (size_t i = 0; i < entries.size(); ++i) {
+          const auto& [key, item] = entries[i];
+          if (key == kDateKey || key == kDataKey)
+            return fail("the dictionary key \"" + key + "\" is reserved in the JSON form");
+          if (i > 0)
+            out_ += ",\n";
+          indent(depth + 1);
+          if (!string(key))
+            return false;
+          out_ += ": ";
+          if (!value(item, depth + 1))
+            return false;
+        }
+        out_ += '\n';
+        indent(depth);
+        out_ += '}';
+        return true;
+      }
     }
+    return fail("unknown value type");
   }
-  error = "unknown value type";
-  return false;
-}
+
+ private:
+  bool fail(std::string message) {
+    error = std::move(message);
+    return false;
+  }
+
+  void indent(size_t depth) { out_.append(2 * depth, ' '); }
+
+  void real(double d) {
+    char buf[64];
+    out_.append(buf, nlohmann::detail::to_chars(buf, buf + sizeof buf, d));
+  }
+
+  void tagged(std::string_view key, size_t depth) {
+    out_ += "{\n";
+    indent(depth + 1);
+    out_ += '"';
+    out_ += key;
+    out_ += "\": ";
+  }
+
+  bool closeTagged(size_t depth) {
+    out_ += '\n';
+    indent(depth);
+    out_ += '}';
+    return true;
+  }
+
+  bool string(const std::string& s) {
+    if (!validUtf8(s))
+      return fail("a string is not valid UTF-8");
+    out_ += '"';
+    size_t plain = 0;
+    for (size_t i = 0; i < s.size(); ++i) {
+      auto c = static_cast<unsigned char>(s[i]);
+      if (c >= 0x20 && c != '"' && c != '\\')
+        continue;
+      out_.append(s, plain, i - plain);
+      plain = i + 1;
+      switch (c) {
+        case '"': out_ += "\\\""; break;
+        case '\\': out_ += "\\\\"; break;
+        case '\b': out_ += "\\b"; break;
+        case '\f': out_ += "\\f"; break;
+        case '\n': out_ += "\\n"; break;
+        case '\r': out_ += "\\r"; break;
+        case '\t': out_ += "\\t"; break;
+        default: {
+          constexpr char kHex[] = "0123456789abcdef";
+          out_ += "\\u00";
+          out_ += kHex[c >> 4];
+          out_ += kHex[c & 15];
+        }
+      }
+    }
+    out_.append(s, plain, s.size() - plain);
+    out_ += '"';
+    return true;
+  }
+
+  static bool validUtf8(const std::string& s) {
+    const auto* p = reinterpret_cast<const unsigned char*>(s.data());
+    const auto* end = p + s.size();
+    while (p < end) {
+      unsigned c = *p++;
+      if (c < 0x80)
+        continue;
+      int extra = c >= 0xC2 && c <= 0xDF ? 1 : c >= 0xE0 && c <= 0xEF ? 2 : c >= 0xF0 && c <= 0xF4 ? 3 : -1;
+      if (extra < 0 || end - p < extra)
+        return false;
+      unsigned second = p[0];
+      // The tighter second-byte ranges rule out overlong forms, surrogates and values past U+10FFFF.
+      unsigned lo = c == 0xE0 ? 0xA0 : c == 0xF0 ? 0x90 : 0x80;
+      unsigned hi = c == 0xED ? 0x9F : c == 0xF4 ? 0x8F : 0xBF;
+      if (second < lo || second > hi)
+        return false;
+      for (int i = 1; i < extra; ++i) {
+        if ((p[i] & 0xC0) != 0x80)
+          return false;
+      }
+      p += extra;
+    }
+    return true;
+  }
+
+  std::string& out_;
+};
 
 // Builds the value while nlohmann's parser walks the text, so that numbers keep the
 // integer/real distinction of their spelling and nothing is decided by a JSON tree.
@@ -233,15 +346,11 @@ class Builder : public nlohmann::json_sax<Json> {
 }  // namespace
 
 Result<std::string> PlistJson::write(const PlistValue& value) {
-  try {
-    Json json;
-    std::string error;
-    if (!toJson(value, 0, json, error))
-      return Result<std::string>::failure(std::move(error));
-    return json.dump(2, ' ', false, nlohmann::json::error_handler_t::strict);
-  } catch (const std::exception& e) {
-    return Result<std::string>::failure(e.what());
-  }
+  std::string out;
+  TextWriter writer(out);
+  if (!writer.value(value, 0))
+    return Result<std::string>::failure(std::move(writer.error));
+  return out;
 }
 
 Result<PlistValue> PlistJson::read(std::string_view json) {

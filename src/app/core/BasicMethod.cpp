@@ -4,9 +4,8 @@
 
 #include "app/core/AppData.h"
 #include "app/core/Constant.h"
+#include "app/core/FileListCodec.h"
 #include "platform/foundation/FatalError.h"
-#include "platform/foundation/PropertyListDecoder.h"
-#include "platform/foundation/PropertyListEncoder.h"
 #include "platform/libs/SVProgressHUD.h"
 
 namespace nimbrel {
@@ -36,34 +35,10 @@ std::optional<std::vector<File>> load(const char* key, int failureLine) {
 
 }  // namespace
 
-std::optional<Data> encodeFiles(const std::vector<File>& files) {
-  PlistValue::Array array;
-  array.reserve(files.size());
-  for (const auto& f : files) array.push_back(f.encode());
-  auto bytes = PropertyListEncoder().encode(PlistValue(std::move(array)));
-  if (!bytes) return std::nullopt;
-  return std::move(bytes).value();
-}
+std::optional<Data> encodeFiles(const std::vector<File>& files) { return FileListCodec::encode(files); }
 
 std::variant<std::vector<File>, DecodingError> decodeFiles(const Data& bytes) {
-  auto root = PropertyListDecoder().decode(bytes);
-  if (!root) {
-    return DecodingError{DecodingError::Kind::dataCorrupted,
-                         "The given data was not a valid property list. (" + root.error() + ")"};
-  }
-  if (!root->isArray()) {
-    return DecodingError{DecodingError::Kind::typeMismatch,
-                         std::string("Expected to decode Array<Any> but found ") +
-                             plistTypeName(root->type()) + " instead."};
-  }
-  std::vector<File> files;
-  files.reserve(root->array().size());
-  for (const auto& element : root->array()) {
-    auto file = File::decode(element);
-    if (auto* error = std::get_if<DecodingError>(&file)) return *error;
-    files.push_back(std::get<File>(std::move(file)));
-  }
-  return files;
+  return FileListCodec::decode(bytes);
 }
 
 void saveRecentFiles(const std::vector<File>& files) { save(files, kRecentFilesKey); }

@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "backends/desktop/AudioTags.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/AudioTags.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 namespace nimbrel::desktop {
 

@@ -1,4 +1,5 @@
 #include "backends/desktop/DesktopMusicLibrary.h"
+#include "backends/desktop/media/FileMediaReader.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,7 +12,7 @@ DesktopMusicLibrary::DesktopMusicLibrary(std::string indexPath, std::string musi
   if (scan) {
     refresh();
   } else {
-    LibraryIndex index(indexPath_);
+    LibraryIndex index(indexPath_, FileMediaReader::shared());
     if (index.ok()) load(index);
   }
 }
@@ -45,7 +46,7 @@ ScanReport DesktopMusicLibrary::refresh() {
     std::error_code ec;
     std::filesystem::create_directories(std::filesystem::path(indexPath_).parent_path(), ec);
   }
-  LibraryIndex index(indexPath_);
+  LibraryIndex index(indexPath_, FileMediaReader::shared());
   ScanReport report = folder_.empty() ? ScanReport{} : index.scanMusic(folder_);
   load(index);
   return report;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "backends/desktop/LibraryIndex.h"
+#include "backends/desktop/index/LibraryIndex.h"
 #include "platform/mediaplayer/MediaLibrarySource.h"
 
 namespace nimbrel::desktop {

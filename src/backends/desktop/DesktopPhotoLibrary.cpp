@@ -1,4 +1,5 @@
 #include "backends/desktop/DesktopPhotoLibrary.h"
+#include "backends/desktop/media/FileMediaReader.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -16,9 +17,9 @@
 #include <set>
 
 #include "backends/desktop/DesktopPlaces.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/MediaProbe.h"
-#include "backends/desktop/SystemPrompt.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/MediaProbe.h"
+#include "backends/desktop/index/SystemPrompt.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/RunLoop.h"
@@ -108,11 +109,11 @@ DesktopPhotoLibrary::DesktopPhotoLibrary(Options options)
     std::error_code ec;
     fs::create_directories(fs::path(options_.indexPath).parent_path(), ec);
   }
-  index_ = std::make_unique<LibraryIndex>(options_.indexPath);
+  index_ = std::make_unique<LibraryIndex>(options_.indexPath, FileMediaReader::shared());
   if (!index_->ok()) {
     Diagnostics::report("The library index at " + options_.indexPath + " cannot be used (" + index_->error() +
           "); indexing in memory for this run");
-    index_ = std::make_unique<LibraryIndex>(":memory:");
+    index_ = std::make_unique<LibraryIndex>(":memory:", FileMediaReader::shared());
   }
   // What the index already knows is there at once; the scan then brings it up to date.
   shared_->snapshot = buildSnapshot();

@@ -12,8 +12,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "backends/desktop/LibraryIndex.h"
-#include "backends/desktop/ThumbnailCache.h"
+#include "backends/desktop/index/LibraryIndex.h"
+#include "backends/desktop/media/ThumbnailCache.h"
 #include "backends/desktop/Trash.h"
 #include "platform/foundation/ChangeSignal.h"
 #include "platform/photos/PhotoLibrarySource.h"

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 namespace nimbrel::desktop {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "backends/desktop/DesktopLocations.h"
+#include "backends/desktop/index/DesktopLocations.h"
 #include "backends/desktop/StoredListCleaner.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIDevice.h"

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "backends/desktop/PreferencesFile.h"
+#include "backends/desktop/index/PreferencesFile.h"
 #include "platform/foundation/BinaryPropertyList.h"
 #include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSUserDefaults.h"

@@ -9,7 +9,7 @@
 #include <ctime>
 #include <filesystem>
 
-#include "backends/desktop/FileUri.h"
+#include "backends/desktop/index/FileUri.h"
 
 namespace nimbrel::desktop {
 

@@ -7,7 +7,7 @@ extern "C" {
 }
 
 #include "DesktopTestSupport.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 namespace nimbrel::desktop {
 namespace {

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "DesktopTestSupport.h"
-#include "backends/desktop/AudioTags.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/AudioTags.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 namespace nimbrel::desktop {
 namespace {

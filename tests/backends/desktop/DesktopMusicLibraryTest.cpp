@@ -4,7 +4,7 @@
 
 #include "DesktopTestSupport.h"
 #include "backends/desktop/DesktopPlaces.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 #include "platform/av/AVAsset.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/av/MediaURL.h"

@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "DesktopTestSupport.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 #include "platform/PlatformState.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/photos/PHAssetCollection.h"

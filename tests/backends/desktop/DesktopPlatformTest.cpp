@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "DesktopTestSupport.h"
-#include "backends/desktop/DesktopLocations.h"
+#include "backends/desktop/index/DesktopLocations.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopPhotoLibrary.h"
 #include "backends/desktop/DesktopPlaces.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/foundation/NSLocale.h"

@@ -5,7 +5,7 @@
 #include <regex>
 
 #include "DesktopTestSupport.h"
-#include "backends/desktop/FileUri.h"
+#include "backends/desktop/index/FileUri.h"
 
 namespace nimbrel::desktop {
 namespace {

@@ -3,15 +3,12 @@
 #include <optional>
 #include <string>
 
+#include "backends/desktop/index/MediaReader.h"
+
 namespace nimbrel::desktop {
 
 // A song's tags as TagLib reads them; no value when the file is no audio TagLib knows.
-struct AudioTags {
-  std::optional<std::string> title, artist, album;
-  double duration = 0;
-  bool artwork = false;
-  bool readable = true;  // whether the audio itself has a length to play
-
+struct AudioTags : SongFacts {
   static std::optional<AudioTags> read(const std::string& path);
   // The bytes of the song's embedded cover (JPEG or PNG as stored): the front cover when the file
   // names one, else its first picture; none without a picture.

@@ -1,4 +1,4 @@
-#include "backends/desktop/FileUri.h"
+#include "backends/desktop/index/FileUri.h"
 
 #include <cstring>
 

@@ -1,11 +1,11 @@
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 #include <gtest/gtest.h>
 
 #include <ctime>
 
-#include "DesktopTestSupport.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/DesktopTestSupport.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 namespace nimbrel::desktop {
 namespace {

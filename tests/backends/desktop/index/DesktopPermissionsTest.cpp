@@ -1,8 +1,8 @@
-#include "backends/desktop/DesktopPermissions.h"
+#include "backends/desktop/index/DesktopPermissions.h"
 
 #include <gtest/gtest.h>
 
-#include "DesktopTestSupport.h"
+#include "backends/desktop/DesktopTestSupport.h"
 #include "platform/PlatformState.h"
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIApplication.h"

@@ -1,4 +1,4 @@
-#include "backends/desktop/ThumbnailCache.h"
+#include "backends/desktop/media/ThumbnailCache.h"
 
 #include <md5.h>
 #include <sys/stat.h>
@@ -6,9 +6,9 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "backends/desktop/FileUri.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/index/FileUri.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 namespace nimbrel::desktop {
 

@@ -1,4 +1,4 @@
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 #include <cmath>
 #include <fstream>
@@ -24,8 +24,8 @@ extern "C" {
 #include <libavutil/opt.h>
 }
 
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 namespace nimbrel::desktop {
 

@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "backends/desktop/Sqlite.h"
+#include "backends/desktop/index/MediaReader.h"
+#include "backends/desktop/index/Sqlite.h"
 
 namespace nimbrel::desktop {
 
@@ -67,7 +69,8 @@ enum class ScanDepth { quick, full };
 // commits in one transaction. One thread at a time uses an index.
 class LibraryIndex {
  public:
-  explicit LibraryIndex(const std::string& path);
+  // Without a reader the index can be looked at and changed, but not scanned.
+  explicit LibraryIndex(const std::string& path, std::shared_ptr<const MediaReader> reader = nullptr);
   bool ok() const { return ok_; }
   const std::string& error() const { return db_.error(); }
 
@@ -105,6 +108,7 @@ class LibraryIndex {
   void setMeta(const std::string& key, const std::string& value);
 
   SqliteDatabase db_;
+  std::shared_ptr<const MediaReader> reader_;
   bool ok_ = false;
   double settleSeconds_ = 2.0;
 };

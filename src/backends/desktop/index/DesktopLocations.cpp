@@ -1,4 +1,4 @@
-#include "backends/desktop/DesktopLocations.h"
+#include "backends/desktop/index/DesktopLocations.h"
 
 #include <pwd.h>
 #include <unistd.h>

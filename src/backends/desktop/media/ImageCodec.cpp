@@ -1,4 +1,4 @@
-#include "backends/desktop/ImageCodec.h"
+#include "backends/desktop/media/ImageCodec.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -24,7 +24,7 @@ extern "C" {
 
 #include <cmath>
 
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 namespace nimbrel::desktop {
 

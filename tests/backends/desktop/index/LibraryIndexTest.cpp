@@ -1,4 +1,5 @@
-#include "backends/desktop/LibraryIndex.h"
+#include "backends/desktop/index/LibraryIndex.h"
+#include "backends/desktop/media/FileMediaReader.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +8,8 @@
 #include <algorithm>
 #include <map>
 
-#include "DesktopTestSupport.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/DesktopTestSupport.h"
+#include "backends/desktop/media/SampleMedia.h"
 #include "platform/foundation/Diagnostics.h"
 #include "platform/photos/PHTypes.h"
 
@@ -48,7 +49,7 @@ class LibraryIndexTest : public ::testing::Test {
 };
 
 TEST_F(LibraryIndexTest, FirstScanReadsEveryMediaFileAndMakesAnAlbumPerFolder) {
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   ASSERT_TRUE(index.ok()) << index.error();
   auto report = index.scanPhotos(roots());
   EXPECT_EQ(report.parsed, 4);
@@ -69,7 +70,7 @@ TEST_F(LibraryIndexTest, FirstScanReadsEveryMediaFileAndMakesAnAlbumPerFolder) {
 }
 
 TEST_F(LibraryIndexTest, RescanSkipsUnchangedFilesAndRereadsChangedOnes) {
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   index.scanPhotos(roots());
   auto again = index.scanPhotos(roots());
   EXPECT_EQ(again.parsed, 0) << "nothing changed, nothing is read";
@@ -89,11 +90,11 @@ TEST_F(LibraryIndexTest, RescanSkipsUnchangedFilesAndRereadsChangedOnes) {
 TEST_F(LibraryIndexTest, IdentifiersStayAcrossRunsAndAcrossMovesInsideTheLibrary) {
   std::string before;
   {
-    LibraryIndex index(indexPath());
+    LibraryIndex index(indexPath(), FileMediaReader::shared());
     index.scanPhotos(roots());
     before = byName(index)["b.jpg"].id;
   }
-  LibraryIndex reopened(indexPath());
+  LibraryIndex reopened(indexPath(), FileMediaReader::shared());
   auto report = reopened.scanPhotos(roots());
   EXPECT_EQ(report.parsed, 0);
   EXPECT_EQ(byName(reopened)["b.jpg"].id, before);
@@ -108,7 +109,7 @@ TEST_F(LibraryIndexTest, IdentifiersStayAcrossRunsAndAcrossMovesInsideTheLibrary
 }
 
 TEST_F(LibraryIndexTest, DeletedFilesAndFoldersLeaveTheIndex) {
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   index.scanPhotos(roots());
   auto favourite = byName(index)["c.jpg"].id;
   index.setFavourite(favourite, true);
@@ -121,7 +122,7 @@ TEST_F(LibraryIndexTest, DeletedFilesAndFoldersLeaveTheIndex) {
 }
 
 TEST_F(LibraryIndexTest, AMissingRootKeepsWhatWasKnownOfIt) {
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   index.scanPhotos(roots());
   fs::rename(root / "Videos", root / "Unplugged");
   auto report = index.scanPhotos(roots());
@@ -132,11 +133,11 @@ TEST_F(LibraryIndexTest, AMissingRootKeepsWhatWasKnownOfIt) {
 TEST_F(LibraryIndexTest, SmartAlbumIdentifiersAreMadeOnceAndKept) {
   std::string first;
   {
-    LibraryIndex index(indexPath());
+    LibraryIndex index(indexPath(), FileMediaReader::shared());
     first = index.smartAlbumId(209);
     EXPECT_NE(first, index.smartAlbumId(202));
   }
-  LibraryIndex again(indexPath());
+  LibraryIndex again(indexPath(), FileMediaReader::shared());
   EXPECT_EQ(again.smartAlbumId(209), first);
 }
 
@@ -159,7 +160,7 @@ class QuickScanTest : public LibraryIndexTest {
   void SetUp() override {
     LibraryIndexTest::SetUp();
       backdate();
-    index = std::make_unique<LibraryIndex>(indexPath());
+    index = std::make_unique<LibraryIndex>(indexPath(), FileMediaReader::shared());
     index->setSettleSeconds(0);
     index->scanPhotos(roots());
   }
@@ -256,7 +257,7 @@ TEST_F(LibraryIndexTest, BrokenAndHostileFilesAreSkippedWithALogLine) {
 
   std::vector<std::string> lines;
   Diagnostics::listen([&](std::string_view line) { lines.emplace_back(line); });
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   auto report = index.scanPhotos(roots());
   Diagnostics::listen(nullptr);
 
@@ -287,7 +288,7 @@ TEST_F(LibraryIndexTest, ManyFilesAreReadSideBySideAndEachKeepsItsOwnFacts) {
     exif.offsetTimeOriginal = "+00:00";
     ASSERT_TRUE(writeSampleJpeg(root / ("Pictures/Many/p" + std::to_string(i) + ".jpg"), 8 + i, 8, exif));
   }
-  LibraryIndex index(indexPath());
+  LibraryIndex index(indexPath(), FileMediaReader::shared());
   auto report = index.scanPhotos(roots());
   EXPECT_EQ(report.added, kCount + 4);
   auto rows = byName(index);

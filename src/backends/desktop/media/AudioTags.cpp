@@ -1,4 +1,4 @@
-#include "backends/desktop/AudioTags.h"
+#include "backends/desktop/media/AudioTags.h"
 
 #include <taglib/attachedpictureframe.h>
 #include <taglib/fileref.h>

@@ -4,29 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/photos/PHTypes.h"
+#include "backends/desktop/index/MediaReader.h"
 
 namespace nimbrel::desktop {
-
-// What a file says of itself: dates, sizes and places from its metadata (Exiv2 for pictures,
-// libavformat for movies). Safe to call from several threads at once.
-struct MediaFacts {
-  PHAssetMediaType kind = PHAssetMediaType::unknown;
-  std::optional<double> created;  // seconds since 1970
-  int width = 0, height = 0;      // as shown, the orientation applied
-  int orientation = 1;            // EXIF 1..8
-  double duration = 0;
-  std::optional<double> latitude, longitude;
-  bool selfie = false;
-  bool panorama = false;
-  bool screenshot = false;
-};
-
-enum class MediaFileKind { none, image, video, audio };
-
-// By the file name's extension, case aside.
-MediaFileKind mediaFileKind(std::string_view path);
-std::string lowercaseExtension(std::string_view path);
 
 // Pictures: EXIF DateTimeOriginal (with OffsetTimeOriginal when given, else local time), pixel size
 // and orientation, GPS position; the selfie and panorama hints. No value when the file cannot be

@@ -1,4 +1,4 @@
-#include "backends/desktop/SystemPrompt.h"
+#include "backends/desktop/index/SystemPrompt.h"
 
 #include "platform/uikit/UIApplication.h"
 

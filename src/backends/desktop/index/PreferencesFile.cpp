@@ -1,4 +1,4 @@
-#include "backends/desktop/PreferencesFile.h"
+#include "backends/desktop/index/PreferencesFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "backends/desktop/Sqlite.h"
+#include "backends/desktop/index/Sqlite.h"
 
 #include <sqlite3.h>
 

@@ -1,4 +1,4 @@
-#include "backends/desktop/LibraryIndex.h"
+#include "backends/desktop/index/LibraryIndex.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -15,9 +15,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "backends/desktop/AudioTags.h"
-#include "backends/desktop/MediaProbe.h"
 #include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/FatalError.h"
 #include "platform/photos/PHTypes.h"
 
 namespace nimbrel::desktop {
@@ -208,11 +207,11 @@ struct Walker {
   }
 };
 
-std::optional<AssetRow> readAsset(const std::string& path, const std::string& folder,
-                                                const struct stat& st) {
+std::optional<AssetRow> readAsset(const MediaReader& reader, const std::string& path, const std::string& folder,
+                                  const struct stat& st) {
   auto kind = mediaFileKind(path);
-  std::optional<MediaFacts> facts = kind == MediaFileKind::image   ? probeImage(path)
-                                    : kind == MediaFileKind::video ? probeVideo(path)
+  std::optional<MediaFacts> facts = kind == MediaFileKind::image   ? reader.image(path)
+                                    : kind == MediaFileKind::video ? reader.video(path)
                                                                    : std::nullopt;
   if (!facts) return std::nullopt;
   AssetRow r;
@@ -236,10 +235,10 @@ std::optional<AssetRow> readAsset(const std::string& path, const std::string& fo
   return r;
 }
 
-std::vector<std::optional<AssetRow>> readAssets(const std::vector<const Found*>& files) {
+std::vector<std::optional<AssetRow>> readAssets(const MediaReader& reader, const std::vector<const Found*>& files) {
   std::vector<std::optional<AssetRow>> rows(files.size());
   auto readFrom = [&](std::size_t first, std::size_t step) {
-    for (std::size_t i = first; i < files.size(); i += step) rows[i] = readAsset(files[i]->path, *files[i]->folder, files[i]->st);
+    for (std::size_t i = first; i < files.size(); i += step) rows[i] = readAsset(reader, files[i]->path, *files[i]->folder, files[i]->st);
   };
   // A few files are not worth a thread; interleaved slices keep the threads' shares even.
   std::size_t threads = std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), 8);
@@ -293,9 +292,15 @@ AssetRow assetFrom(SqliteStatement& s) {
   return r;
 }
 
+const MediaReader& readerOf(const std::shared_ptr<const MediaReader>& reader) {
+  if (!reader) fatalError("a scan of the library index needs a media reader", __FILE__, __LINE__);
+  return *reader;
+}
+
 }  // namespace
 
-LibraryIndex::LibraryIndex(const std::string& path) : db_(path) {
+LibraryIndex::LibraryIndex(const std::string& path, std::shared_ptr<const MediaReader> reader)
+    : db_(path), reader_(std::move(reader)) {
   if (!db_.ok()) return;
   createSchema();
 }
@@ -472,7 +477,7 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   }
   const std::size_t freshCount = toRead.size();
   toRead.insert(toRead.end(), changed.begin(), changed.end());
-  auto rows = readAssets(toRead);
+  auto rows = readAssets(readerOf(reader_), toRead);
   report.parsed = static_cast<int>(toRead.size());
 
   std::vector<AssetRow> inserts, updates;
@@ -598,7 +603,7 @@ ScanReport LibraryIndex::scanMusic(const std::string& root) {
       continue;
     }
     ++report.parsed;
-    auto tags = AudioTags::read(f.path);
+    auto tags = readerOf(reader_).song(f.path);
     SongRow row;
     if (it != known.end()) {
       row.persistentId = it->second.persistentId;
@@ -730,7 +735,7 @@ bool LibraryIndex::addFile(const std::string& path, const std::string& root, con
     auto slash = rel.rfind('/');
     folder = slash == std::string::npos ? "" : rel.substr(0, slash);
   }
-  auto row = readAsset(path, folder, st);
+  auto row = readAsset(readerOf(reader_), path, folder, st);
   if (!row) return false;
   row->id = id;
   return db_.prepare(

@@ -1,11 +1,11 @@
-#include "backends/desktop/ThumbnailCache.h"
+#include "backends/desktop/media/ThumbnailCache.h"
 
 #include <gtest/gtest.h>
 
-#include "DesktopTestSupport.h"
-#include "backends/desktop/FileUri.h"
-#include "backends/desktop/ImageCodec.h"
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/DesktopTestSupport.h"
+#include "backends/desktop/index/FileUri.h"
+#include "backends/desktop/media/ImageCodec.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 namespace nimbrel::desktop {
 namespace {

@@ -1,7 +1,7 @@
-#include "backends/desktop/DesktopPermissions.h"
+#include "backends/desktop/index/DesktopPermissions.h"
 
-#include "backends/desktop/PreferencesFile.h"
-#include "backends/desktop/SystemPrompt.h"
+#include "backends/desktop/index/PreferencesFile.h"
+#include "backends/desktop/index/SystemPrompt.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Diagnostics.h"
 

@@ -1,4 +1,4 @@
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 #include <exiv2/exiv2.hpp>
 #include <libheif/heif.h>
@@ -76,25 +76,6 @@ std::optional<double> videoTagDate(const char* text) {
 }
 
 }  // namespace
-
-std::string lowercaseExtension(std::string_view path) {
-  auto slash = path.rfind('/');
-  auto dot = path.rfind('.');
-  if (dot == std::string_view::npos || (slash != std::string_view::npos && dot < slash)) return {};
-  return lower(path.substr(dot + 1));
-}
-
-MediaFileKind mediaFileKind(std::string_view path) {
-  static const char* images[] = {"jpg", "jpeg", "png", "heic", "heif", "gif", "webp", "tif", "tiff", "bmp", "dng"};
-  static const char* videos[] = {"mov", "mp4", "m4v", "avi", "mkv", "webm", "3gp"};
-  static const char* audio[] = {"mp3", "m4a", "flac", "ogg", "opus", "wav", "aac", "oga"};
-  std::string ext = lowercaseExtension(path);
-  if (ext.empty()) return MediaFileKind::none;
-  for (auto e : images) if (ext == e) return MediaFileKind::image;
-  for (auto e : videos) if (ext == e) return MediaFileKind::video;
-  for (auto e : audio) if (ext == e) return MediaFileKind::audio;
-  return MediaFileKind::none;
-}
 
 std::optional<double> parseExifDateTime(std::string_view text, std::string_view offset) {
   int y, mo, d, h, mi, s;
