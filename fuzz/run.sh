@@ -21,6 +21,12 @@ targets=("$@")
                                      media_reader_fuzzer)
 artifacts=$root/artifacts
 mkdir -p "$artifacts"
+# Stacks in the reports: UBSan prints none unless asked, and clang 16's runtime looks for a
+# symbolizer under its own name.
+export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
+if [ -z "${ASAN_SYMBOLIZER_PATH:-}" ] && command -v llvm-symbolizer >/dev/null; then
+  export ASAN_SYMBOLIZER_PATH=$(command -v llvm-symbolizer) UBSAN_SYMBOLIZER_PATH=$(command -v llvm-symbolizer)
+fi
 
 run_one() {
   local name=$1 folder=${seeds[$1]}
