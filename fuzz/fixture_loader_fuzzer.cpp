@@ -28,7 +28,8 @@ void start(nimbrel::sim::Fixture fixture) {
   nimbrel::NimbrelApplicationMain();
   // Past the splash's 3 + 2 seconds, so that home reads the fixture's stores.
   platform.runLoop().advance(6);
-  nimbrel::TreeWriter::tree(platform.runLoop().elapsed()).dump();
+  // As the protocol writes it: file names are bytes on Linux and need not be UTF-8.
+  nimbrel::TreeWriter::tree(platform.runLoop().elapsed()).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 }  // namespace
