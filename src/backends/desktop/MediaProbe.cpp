@@ -11,6 +11,7 @@
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/display.h>
+#include <libavutil/mem.h>
 }
 
 #include <fcntl.h>
@@ -355,9 +356,17 @@ std::optional<MediaFacts> probeImage(const std::string& path) {
 
 namespace {
 
+// A damaged header can claim tables of any size: a fuzzed 1 KB movie had libavformat ask for
+// 900 MB in one block. Neither a movie's metadata nor one decoded 8K frame needs a quarter of that.
+void limitAvAllocationsOnce() {
+  static std::once_flag once;
+  std::call_once(once, [] { av_max_alloc(256u << 20); });
+}
+
 struct FormatContext {
   AVFormatContext* ctx = nullptr;
   explicit FormatContext(const std::string& path) {
+    limitAvAllocationsOnce();
     if (avformat_open_input(&ctx, path.c_str(), nullptr, nullptr) < 0) {
       ctx = nullptr;
       return;
