@@ -40,10 +40,15 @@ run_one() {
   cp "$root/fuzz/corpus/$folder"/* "$work"/
   local extra=()
   [ -f "$root/fuzz/$folder.dict" ] && extra+=(-dict="$root/fuzz/$folder.dict")
-  "$fuzzer" "$work" "${extra[@]}" \
+  # The targets' scratch folders live here, so that a crashed run leaves nothing in /tmp.
+  local tmp=$work.tmp
+  rm -rf "$tmp"
+  mkdir -p "$tmp"
+  TMPDIR=$tmp "$fuzzer" "$work" "${extra[@]}" \
     -max_total_time="$seconds" -rss_limit_mb=2048 -malloc_limit_mb=512 -timeout=10 \
     -print_final_stats=1 -artifact_prefix="$artifacts/$folder-" >"$log" 2>&1
   local status=$?
+  rm -rf "$tmp"
   local done_line execs rate
   done_line=$(grep -E "^#[0-9]+.*DONE" "$log" | tail -1)
   execs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
