@@ -5,7 +5,7 @@ packages=(
   g++ cmake ninja-build pkg-config make ccache
   libgtest-dev libgmock-dev libbenchmark-dev
   liburiparser-dev libicu-dev nlohmann-json3-dev
-  python3 clang libclang-rt-14-dev
+  python3 clang-16 libclang-rt-16-dev
   qt6-base-dev qt6-declarative-dev qt6-svg-dev qt6-lottie-dev qt6-qpa-plugins libgl-dev
   qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-shapes
   qml6-module-qtqml-workerscript qml6-module-qt-labs-lottieqt fonts-inter fonts-dejavu-core

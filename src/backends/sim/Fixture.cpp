@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -40,11 +43,16 @@ std::string text(const json& v, const std::string& where) {
 }
 
 std::int64_t integer(const json& v, const std::string& where) {
-  if (!v.is_number_integer() && !v.is_number_unsigned()) {
-    if (v.is_number_float() && v.get<double>() == static_cast<double>(static_cast<std::int64_t>(v.get<double>()))) {
-      return static_cast<std::int64_t>(v.get<double>());
-    }
-    throw Bad{where + ": expected an integer"};
+  if (v.is_number_float()) {
+    // "4e10" is a whole number too; the conversion is only defined below 2^63 in size.
+    double d = v.get<double>();
+    constexpr double kLimit = 9223372036854775808.0;
+    if (d >= -kLimit && d < kLimit && d == std::trunc(d)) return static_cast<std::int64_t>(d);
+    throw Bad{where + ": expected an integer of at most 64 bits"};
+  }
+  if (!v.is_number_integer()) throw Bad{where + ": expected an integer"};
+  if (v.is_number_unsigned() && v.get<std::uint64_t>() > static_cast<std::uint64_t>(INT64_MAX)) {
+    throw Bad{where + ": expected an integer of at most 64 bits"};
   }
   return v.get<std::int64_t>();
 }

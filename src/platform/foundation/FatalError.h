@@ -6,7 +6,7 @@
 #ifdef __cpp_lib_source_location
 using FatalErrorLocation = std::source_location;
 #else
-// Clang before 15 lacks the builtin std::source_location needs (the fuzz build uses clang 14);
+// Clang before 15 lacks the builtin std::source_location needs;
 // the older builtins give the caller's file and line the same way as a default argument.
 struct FatalErrorLocation {
   static constexpr FatalErrorLocation current(const char* file = __builtin_FILE(),

@@ -308,6 +308,8 @@ URL URL::appendingComponent(std::string_view component, std::optional<bool> isDi
   } else {
     appendEncoded(path, component);
   }
+  // Only slashes onto an empty path without a host ("?q", "file:?q") append nothing.
+  if (path.empty()) return *this;
   if (!isDirectory.has_value() && isFileURL()) {
     isDirectory = path.back() == '/' || isExistingDirectory(decoded(path));
   }

@@ -39,6 +39,8 @@ TEST(FixtureTest, BadInputGivesOneClearReason) {
       {R"({"preferences": {"x": null}})", "preferences.x: null cannot be stored"},
       {R"({"network": false})", "network: expected an object or null"},
       {R"({"network": {"reachable": "yes"}})", "network.reachable: expected true or false"},
+      {R"({"volume": {"size": 1.28e55}})", "volume.size: expected an integer of at most 64 bits"},
+      {R"({"documents": [{"name": "a", "size": 18446744073709551615}]})", "documents[0].size: expected an integer of at most 64 bits"},
   };
   for (auto [json, why] : cases) {
     auto f = Fixture::parse(json);

@@ -247,6 +247,7 @@ TEST(URLTest, AppendingPathComponents) {
       {"?q", "a:b/c:d", "a%3Ab/c:d?q"},
       {"?q", "//host", "host?q"},
       {"mailto:", "//x", "mailto:x"},
+      {"file:?q", "///", "file:?q"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.base) + " + " + row.component);
@@ -262,6 +263,7 @@ TEST(URLTest, AppendingPathComponents) {
                 ->appendingPathComponent("d", true)
                 .absoluteString(),
             "https://example.org/dir/d/");
+  EXPECT_EQ(URL::withString("?q")->appendingPathComponent("//", true).absoluteString(), "?q");
 }
 
 TEST(URLTest, DeletingTheLastPathComponent) {

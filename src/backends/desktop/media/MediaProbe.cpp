@@ -1,11 +1,17 @@
 #include "backends/desktop/media/MediaProbe.h"
 
 #include <exiv2/exiv2.hpp>
+#ifdef EXV_ENABLE_VIDEO
+#include <exiv2/matroskavideo.hpp>
+#include <exiv2/quicktimevideo.hpp>
+#include <exiv2/riffvideo.hpp>
+#endif
 #include <libheif/heif.h>
 
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/display.h>
+#include <libavutil/mem.h>
 }
 
 #include <fcntl.h>
@@ -168,8 +174,23 @@ struct WantedTags {
   }
 };
 
-// What a picture's metadata says, into `facts`.
-void readImageFacts(Exiv2::Image& image, MediaFacts& facts) {
+// Exiv2 knows a picture by its content, so a damaged or misnamed file can reach its movie readers,
+// which can loop for a very long time over a box that claims gigabytes. Movies are libavformat's.
+bool isMovieContainer(const Exiv2::Image& image) {
+#ifdef EXV_ENABLE_VIDEO
+  // asfvideo.hpp does not compile on its own (Exiv2 0.27); 24 is the number it gives ASF.
+  constexpr int asf = 24;
+  int type = image.imageType();
+  return type == Exiv2::ImageType::qtime || type == Exiv2::ImageType::riff || type == Exiv2::ImageType::mkv ||
+         type == asf;
+#else
+  return false;
+#endif
+}
+
+// What a picture's metadata says, into `facts`; false for no picture at all.
+bool readImageFacts(Exiv2::Image& image, MediaFacts& facts) {
+  if (isMovieContainer(image)) return false;
   image.readMetadata();
   facts.width = image.pixelWidth();
   facts.height = image.pixelHeight();
@@ -205,6 +226,7 @@ void readImageFacts(Exiv2::Image& image, MediaFacts& facts) {
   }
   auto user = lower(datumText(tags.userComment).value_or(""));
   if (user.find("screenshot") != std::string::npos) facts.screenshot = true;
+  return true;
 }
 
 // A JPEG's metadata and size come before its picture data. Handing Exiv2 the file's head read in
@@ -249,7 +271,10 @@ bool readJpegHead(const std::string& path, MediaFacts& facts, bool& broken) {
       broken = whole;
       return whole;
     }
-    readImageFacts(*image, facts);
+    if (!readImageFacts(*image, facts)) {
+      broken = true;
+      return false;
+    }
     return whole || (facts.width > 0 && facts.height > 0);
   } catch (const Exiv2::AnyError&) {
     broken = whole;
@@ -278,7 +303,7 @@ std::optional<MediaFacts> probeImage(const std::string& path) {
     try {
       auto image = Exiv2::ImageFactory::open(path);
       if (!image.get()) return std::nullopt;
-      readImageFacts(*image, facts);
+      if (!readImageFacts(*image, facts) && ext != "heic" && ext != "heif") return std::nullopt;
     } catch (const Exiv2::AnyError&) {
       if (ext != "heic" && ext != "heif") return std::nullopt;
     } catch (const std::exception&) {
@@ -312,9 +337,17 @@ std::optional<MediaFacts> probeImage(const std::string& path) {
 
 namespace {
 
+// A damaged header can claim tables of any size: a fuzzed 1 KB movie had libavformat ask for
+// 900 MB in one block. Neither a movie's metadata nor one decoded 8K frame needs a quarter of that.
+void limitAvAllocationsOnce() {
+  static std::once_flag once;
+  std::call_once(once, [] { av_max_alloc(256u << 20); });
+}
+
 struct FormatContext {
   AVFormatContext* ctx = nullptr;
   explicit FormatContext(const std::string& path) {
+    limitAvAllocationsOnce();
     if (avformat_open_input(&ctx, path.c_str(), nullptr, nullptr) < 0) {
       ctx = nullptr;
       return;

@@ -93,11 +93,11 @@ bool writeExif(const std::string& path, const SampleExif& exif) {
     if (exif.lensModel) data["Exif.Photo.LensModel"] = *exif.lensModel;
     if (exif.latitude && exif.longitude) {
       data["Exif.GPSInfo.GPSLatitudeRef"] = *exif.latitude < 0 ? "S" : "N";
-      Exiv2::Value::AutoPtr lat = Exiv2::Value::create(Exiv2::unsignedRational);
+      auto lat = Exiv2::Value::create(Exiv2::unsignedRational);
       lat->read(rational3(*exif.latitude));
       data.add(Exiv2::ExifKey("Exif.GPSInfo.GPSLatitude"), lat.get());
       data["Exif.GPSInfo.GPSLongitudeRef"] = *exif.longitude < 0 ? "W" : "E";
-      Exiv2::Value::AutoPtr lon = Exiv2::Value::create(Exiv2::unsignedRational);
+      auto lon = Exiv2::Value::create(Exiv2::unsignedRational);
       lon->read(rational3(*exif.longitude));
       data.add(Exiv2::ExifKey("Exif.GPSInfo.GPSLongitude"), lon.get());
     }

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "backends/desktop/DesktopTestSupport.h"
 #include "backends/desktop/media/SampleMedia.h"
@@ -89,6 +92,20 @@ TEST(MediaProbeTest, UnreadableFilesGiveNothing) {
   EXPECT_FALSE(probeImage(dir / "broken.jpg"));
   EXPECT_FALSE(probeVideo(dir / "broken.jpg"));
   EXPECT_FALSE(probeDuration(dir / "missing.mp3"));
+}
+
+// A fuzzer's find: Exiv2 knows files by content and its QuickTime reader spun on this movie box.
+TEST(MediaProbeTest, AMovieUnderAPictureNameGivesNothingAtOnce) {
+  TempFolder dir;
+  std::ifstream in(NIMBREL_SOURCE_DIR "/fuzz/corpus/media/regress-quicktime-box-in-a-png.bin", std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  ASSERT_GT(bytes.size(), 1u);
+  std::ofstream(dir / "clip.png", std::ios::binary) << bytes.substr(1);  // the fuzzer's kind byte off
+  EXPECT_FALSE(probeImage(dir / "clip.png"));
+  SampleMovie movie;
+  ASSERT_TRUE(writeSampleMovie(dir / "movie.mov", movie));
+  std::filesystem::rename(dir / "movie.mov", dir / "movie.jpg");
+  EXPECT_FALSE(probeImage(dir / "movie.jpg"));
 }
 
 TEST(MediaProbeTest, KindsFollowTheExtensionWhateverItsCase) {

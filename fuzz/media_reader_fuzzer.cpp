@@ -1,0 +1,74 @@
+// Arbitrary bytes as a media file for the desktop library's readers: EXIF through Exiv2, movies
+// through libavformat, tags and covers through TagLib, and the text forms those readers parse.
+// The first byte chooses the file's extension (which picks the reader), the rest is the file.
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include "backends/desktop/AudioTags.h"
+#include "backends/desktop/MediaProbe.h"
+
+using namespace nimbrel::desktop;
+
+namespace {
+
+// Kept in the order the seeds were written with: the first byte indexes this list.
+constexpr const char* kExtensions[] = {"jpg", "heic", "png", "mov", "mp4", "mp3", "flac", "m4a", "ogg",
+                                       "exif-date", "iso6709"};
+constexpr size_t kKinds = sizeof(kExtensions) / sizeof(kExtensions[0]);
+
+std::string scratchFile(const char* extension) {
+  static const std::string base = "/dev/shm/nimbrel-media-fuzz-" + std::to_string(::getpid()) + ".";
+  return base + extension;
+}
+
+void readFile(const std::string& path) {
+  switch (mediaFileKind(path)) {
+    case MediaFileKind::image:
+      (void)probeImage(path);
+      break;
+    case MediaFileKind::video:
+      (void)probeVideo(path);
+      (void)probeDuration(path);
+      break;
+    case MediaFileKind::audio:
+      (void)AudioTags::read(path);
+      (void)AudioTags::artworkData(path);
+      (void)probeDuration(path);
+      break;
+    case MediaFileKind::none:
+      std::fprintf(stderr, "media_reader_fuzzer: no reader for %s\n", path.c_str());
+      std::abort();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+  if (size == 0) return 0;
+  std::string_view kind = kExtensions[data[0] % kKinds];
+  std::string_view body(reinterpret_cast<const char*>(data + 1), size - 1);
+  if (kind == "exif-date") {
+    size_t split = body.find('\n');
+    std::string_view offset = split == std::string_view::npos ? std::string_view{} : body.substr(split + 1);
+    (void)parseExifDateTime(body.substr(0, split), offset);
+    return 0;
+  }
+  if (kind == "iso6709") {
+    (void)parseIso6709(body);
+    return 0;
+  }
+  std::string path = scratchFile(kExtensions[data[0] % kKinds]);
+  {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(body.data(), static_cast<std::streamsize>(body.size()));
+  }
+  readFile(path);
+  ::unlink(path.c_str());
+  return 0;
+}
