@@ -1,7 +1,7 @@
 import QtQuick
 import Nimbrel.Shell
 
-// The share sheet: the items handed to it and a way to close it.
+// The share sheet: the items handed to it, the platform's activities for them, a way to close it.
 Item {
     id: root
     anchors.fill: parent
@@ -56,6 +56,21 @@ Item {
                             elide: Text.ElideMiddle
                             font.pixelSize: 14; color: Theme.text
                         }
+                    }
+                }
+            }
+            Column {
+                width: parent.width
+                visible: AppBridge.sheetActivities.length > 0
+                Repeater {
+                    model: AppBridge.sheetActivities
+                    delegate: Rectangle {
+                        required property string modelData
+                        width: parent.width; height: 44
+                        radius: 12
+                        color: activityArea.pressed ? Theme.pressed : Theme.card
+                        Text { anchors.verticalCenter: parent.verticalCenter; x: 16; text: modelData; color: "#007aff"; font.pixelSize: 16 }
+                        MouseArea { id: activityArea; anchors.fill: parent; onClicked: AppBridge.chooseActivity(modelData) }
                     }
                 }
             }
