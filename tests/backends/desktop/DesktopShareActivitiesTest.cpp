@@ -10,6 +10,7 @@
 namespace nimbrel::desktop {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::TempFolder;
 
 // The session as the activities meet it: what reached the clipboard, a chooser answered by
@@ -112,7 +113,7 @@ TEST_F(DesktopShareActivitiesTest, CopyPutsFileUrisOnTheClipboardWithPicturesWri
   EXPECT_EQ(surface->clipboardUris[0], "file://" + source.path() + "/My%20Song.m4a");
   std::string picture = surface->clipboardUris[1].substr(7);
   EXPECT_EQ(fs::path(picture).filename(), "IMG_0007.jpg");
-  EXPECT_EQ(fs::path(surface->clipboardUris[2]).filename(), "IMG_0007 (2).jpg");
+  EXPECT_EQ(fs::path(surface->clipboardUris[2]).filename(), "IMG_0007%20(2).jpg") << "a file URI is escaped";
   EXPECT_EQ(fs::path(picture).parent_path().parent_path(), fs::path(temp.path()));
   auto decoded = decodeJpeg(picture);
   ASSERT_TRUE(decoded);
