@@ -12,8 +12,8 @@
 #include "backends/desktop/FileUri.h"
 #include "backends/desktop/FolderCopy.h"
 #include "backends/desktop/ImageCodec.h"
+#include "backends/desktop/MediaProbe.h"
 #include "platform/foundation/DispatchQueue.h"
-#include "platform/uikit/ImageDecoder.h"
 #include "platform/uikit/UserNotice.h"
 
 namespace nimbrel::desktop {
@@ -70,18 +70,6 @@ std::vector<std::string> DesktopShareActivities::names(const std::vector<ShareIt
 std::string DesktopShareActivities::pictureFile(const UIImage& image, std::string& folder) const {
   const auto* pixels = image.pixels();
   if (!pixels || pixels->width <= 0 || pixels->height <= 0) return {};
-  RgbaImage rgba;
-  rgba.width = pixels->width;
-  rgba.height = pixels->height;
-  if (pixels->rgba.size() == static_cast<size_t>(rgba.width) * rgba.height * 4) {
-    rgba.pixels = pixels->rgba;
-  } else if (auto decoder = ImageDecoder::current()) {
-    auto decoded = decoder->decode(*pixels);
-    if (!decoded) return {};
-    rgba.pixels = std::move(*decoded);
-  } else {
-    return {};
-  }
   if (folder.empty()) {
     // A folder of this share's own: the files must outlive the sheet for a paste or a drop.
     std::string pattern = options_.temporaryFolder + "/nimbrel-share-XXXXXX";
@@ -90,11 +78,24 @@ std::string DesktopShareActivities::pictureFile(const UIImage& image, std::strin
   }
   std::string stem = std::filesystem::path(assetPath(pixels->source)).stem().string();
   if (stem.empty()) stem = "Picture";
-  for (int n = 1;; ++n) {
-    std::string path = folder + "/" + FolderCopy::candidate(stem + ".jpg", n);
-    if (::access(path.c_str(), F_OK) == 0) continue;  // the folder is ours: nobody races us
-    return writeJpeg(path, rgba, 92) ? path : std::string{};
+  const std::string extension = lowercaseExtension(pixels->source);
+  std::string name = stem + ".jpg";
+  for (int n = 2; ::access((folder + "/" + name).c_str(), F_OK) == 0; ++n) {
+    name = FolderCopy::candidate(stem + ".jpg", n);  // the folder is ours: nobody races us
   }
+  if (pixels->rgba.size() == static_cast<size_t>(pixels->width) * pixels->height * 4) {
+    RgbaImage rgba(pixels->width, pixels->height);
+    rgba.pixels = pixels->rgba;
+    return writeJpeg(folder + "/" + name, rgba, 92) ? folder + "/" + name : std::string{};
+  }
+  // A JPEG photo goes as it is: its quality, its orientation and its metadata stay.
+  if (extension == "jpg" || extension == "jpeg") {
+    auto copied = FolderCopy::copyInto(folder, pixels->source, name);
+    return copied.value_or(std::string{});
+  }
+  auto decoded = decodeAny(pixels->source, 0);
+  if (!decoded) return {};
+  return writeJpeg(folder + "/" + name, *decoded, 92) ? folder + "/" + name : std::string{};
 }
 
 std::vector<std::string> DesktopShareActivities::files(const std::vector<ShareItem>& items) const {

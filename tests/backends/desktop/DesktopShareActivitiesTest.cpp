@@ -99,27 +99,28 @@ TEST_F(DesktopShareActivitiesTest, SaveToKeepsEveryFileThereAndReportsTheCountOn
 }
 
 TEST_F(DesktopShareActivitiesTest, CopyPutsFileUrisOnTheClipboardWithPicturesWrittenAsJpegsNamedAfterTheirAsset) {
-  // One picture read from its photo, one from the photo's shared thumbnail.
+  // One picture known by the photo's shared thumbnail, one by the JPEG photo itself.
   RgbaImage red(2, 1);
   std::string thumbnail = temp / "thumb.png";
   ASSERT_TRUE(writePng(thumbnail, red, {{"Thumb::URI", "file:///photos/IMG_0007.HEIC"}}));
-  UIImage::Pixels fromThumbnail{2, 1, red.pixels, thumbnail};
-  UIImage::Pixels pixels{2, 1, red.pixels, "/photos/IMG_0007.jpg"};
+  std::string photo = source / "IMG_0007.JPG";
+  ASSERT_TRUE(writeJpeg(photo, red));
   std::vector<ShareItem> items{URL::fileURLWithPath(file(source.path(), "My Song.m4a", "x")),
-                               UIImage::withPixels(fromThumbnail), UIImage::withPixels(pixels)};
+                               UIImage::withPixels({2, 1, {}, thumbnail}), UIImage::withPixels({2, 1, {}, photo})};
   ASSERT_TRUE(make(surface).perform(DesktopShareActivities::kCopy, items, std::nullopt));
 
   ASSERT_EQ(surface->clipboardUris.size(), 3u);
   EXPECT_EQ(surface->clipboardUris[0], "file://" + source.path() + "/My%20Song.m4a");
   std::string picture = surface->clipboardUris[1].substr(7);
   EXPECT_EQ(fs::path(picture).filename(), "IMG_0007.jpg");
-  EXPECT_EQ(fs::path(surface->clipboardUris[2]).filename(), "IMG_0007%20(2).jpg") << "a file URI is escaped";
   EXPECT_EQ(fs::path(picture).parent_path().parent_path(), fs::path(temp.path()));
   auto decoded = decodeJpeg(picture);
   ASSERT_TRUE(decoded);
   EXPECT_EQ(decoded->width, 2);
-  EXPECT_EQ(surface->clipboardText, source.path() + "/My Song.m4a\n" + picture + "\n" +
-                                        fs::path(picture).parent_path().string() + "/IMG_0007 (2).jpg");
+  std::string copy = fs::path(picture).parent_path().string() + "/IMG_0007 (2).jpg";
+  EXPECT_EQ(surface->clipboardUris[2], "file://" + fs::path(picture).parent_path().string() + "/IMG_0007%20(2).jpg");
+  EXPECT_EQ(read(copy), read(photo)) << "a JPEG photo is handed on as it is";
+  EXPECT_EQ(surface->clipboardText, source.path() + "/My Song.m4a\n" + picture + "\n" + copy);
 }
 
 TEST_F(DesktopShareActivitiesTest, TheRowsFollowTheItemsTheSessionAndTheTools) {
