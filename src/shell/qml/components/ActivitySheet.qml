@@ -59,18 +59,27 @@ Item {
                     }
                 }
             }
-            Column {
+            Rectangle {
                 width: parent.width
+                height: activityColumn.implicitHeight
                 visible: AppBridge.sheetActivities.length > 0
-                Repeater {
-                    model: AppBridge.sheetActivities
-                    delegate: Rectangle {
-                        required property string modelData
-                        width: parent.width; height: 44
-                        radius: 12
-                        color: activityArea.pressed ? Theme.pressed : Theme.card
-                        Text { anchors.verticalCenter: parent.verticalCenter; x: 16; text: modelData; color: "#007aff"; font.pixelSize: 16 }
-                        MouseArea { id: activityArea; anchors.fill: parent; onClicked: AppBridge.chooseActivity(modelData) }
+                radius: 12
+                color: Theme.card
+                clip: true
+                Column {
+                    id: activityColumn
+                    width: parent.width
+                    Repeater {
+                        model: AppBridge.sheetActivities
+                        delegate: Rectangle {
+                            required property string modelData
+                            required property int index
+                            width: activityColumn.width; height: 44
+                            color: activityArea.pressed ? Theme.pressed : "transparent"
+                            Rectangle { visible: index > 0; width: parent.width - 16; x: 16; height: 1; color: Theme.separator }
+                            Text { anchors.verticalCenter: parent.verticalCenter; x: 16; text: modelData; color: "#007aff"; font.pixelSize: 16 }
+                            MouseArea { id: activityArea; anchors.fill: parent; onClicked: AppBridge.chooseActivity(modelData) }
+                        }
                     }
                 }
             }
