@@ -143,19 +143,17 @@ TEST_F(AppBridgeTest, TheShareSheetShowsThePlatformsActivitiesAndAClickStartsOne
     }
   };
   AppBridge bridge;
-  auto sheet = std::make_shared<UIActivityViewController>(std::vector<ShareItem>{std::string("x")});
-  root->presentViewController(sheet, true, nullptr);
-  loop_.settle();
-  EXPECT_TRUE(bridge.sheetVisible());
-  EXPECT_TRUE(bridge.sheetActivities().isEmpty()) << "the sim's sheet only lists";
+  auto present = [&] {
+    root->presentViewController(std::make_shared<UIActivityViewController>(std::vector<ShareItem>{std::string("x")}),
+                                false, nullptr);
+    loop_.settle();
+  };
+  present();
+  EXPECT_TRUE(bridge.sheetVisible() && bridge.sheetActivities().isEmpty()) << "the sim's sheet only lists";
   root->dismissViewControllerAnimated(false, nullptr);
-  loop_.settle();
-
   auto activities = std::make_shared<OneActivity>();
   ShareActivities::install(activities);
-  sheet = std::make_shared<UIActivityViewController>(std::vector<ShareItem>{std::string("x")});
-  root->presentViewController(sheet, true, nullptr);
-  loop_.settle();
+  present();
   EXPECT_EQ(bridge.sheetActivities(), QStringList{QStringLiteral("Copy")});
   EXPECT_FALSE(bridge.chooseActivity(QStringLiteral("Email")));
   EXPECT_TRUE(bridge.chooseActivity(QStringLiteral("Copy")));

@@ -67,36 +67,4 @@ TEST_F(UIActivityViewControllerTest, ClosingTheShareSheetReportsAfterItLeft) {
   EXPECT_EQ(heard, (std::vector<std::string>{"completed after dismissal"}));
 }
 
-TEST_F(UIActivityViewControllerTest, AChosenActivityGetsTheItemsAndClosesTheSheetCompleted) {
-  struct Recording : ShareActivities {
-    std::vector<std::string> performed;
-    std::vector<std::string> names(const std::vector<ShareItem>& items) const override {
-      return items.size() == 1 ? std::vector<std::string>{"Copy"} : std::vector<std::string>{};
-    }
-    bool perform(const std::string& name, const std::vector<ShareItem>& items,
-                 const std::optional<std::string>& folder) override {
-      performed.push_back(name + " " + std::get<std::string>(items.front()) + " " + folder.value_or("-"));
-      return true;
-    }
-  };
-  auto sheet = std::make_shared<UIActivityViewController>(std::vector<UIActivityViewController::Item>{
-      std::string("x")});
-  EXPECT_TRUE(sheet->activityNames().empty()) << "no platform activities: the sheet only lists";
-  EXPECT_FALSE(sheet->performActivity("Copy"));
-
-  auto activities = std::make_shared<Recording>();
-  ShareActivities::install(activities);
-  std::optional<bool> completed;
-  sheet->completionWithItemsHandler = [&](bool done) { completed = done; };
-  screen->presentViewController(sheet, true, nullptr);
-  loop.runUntilIdle();
-  EXPECT_EQ(sheet->activityNames(), std::vector<std::string>{"Copy"});
-  EXPECT_FALSE(sheet->performActivity("Email"));
-  EXPECT_TRUE(sheet->performActivity("Copy", "/tmp/f"));
-  loop.runUntilIdle();
-  EXPECT_EQ(activities->performed, std::vector<std::string>{"Copy x /tmp/f"});
-  EXPECT_EQ(completed, std::optional<bool>(true));
-  EXPECT_EQ(screen->presentedViewController(), nullptr);
-}
-
 }  // namespace
