@@ -138,8 +138,7 @@ TEST_F(AppBridgeTest, TheShareSheetShowsThePlatformsActivitiesAndAClickStartsOne
     int performed = 0;
     std::vector<std::string> names(const std::vector<ShareItem>&) const override { return {"Copy"}; }
     bool perform(const std::string&, const std::vector<ShareItem>&, const std::optional<std::string>&) override {
-      ++performed;
-      return true;
+      return ++performed;
     }
   };
   AppBridge bridge;

@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -18,8 +17,6 @@ TEST(QtShareSurfaceTest, CopiedFilesReadBackAsAUriListAndAsGnomeCopiedFiles) {
   EXPECT_EQ(data->data(QStringLiteral("text/uri-list")), "file:///home/me/My%20Photo.jpg\r\nfile:///tmp/b.mp4\r\n");
   EXPECT_EQ(data->data(QStringLiteral("x-special/gnome-copied-files")),
             "copy\nfile:///home/me/My%20Photo.jpg\nfile:///tmp/b.mp4");
-  ASSERT_EQ(data->urls().size(), 2);
-  EXPECT_EQ(data->urls().front().toLocalFile(), QStringLiteral("/home/me/My Photo.jpg"));
   EXPECT_EQ(data->text(), QStringLiteral("two files"));
 }
 

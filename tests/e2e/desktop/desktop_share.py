@@ -1,10 +1,6 @@
 #!/usr/bin/env python3
-"""Sharing on the desktop platform as a user would: three pictures of an album saved into a folder
-that holds files of the same names. Nothing there is overwritten, the copies take " (2)" names and
-one message tells the count.
-
-usage: desktop_share.py NIMBREL_HEADLESS NIMBREL_DEMO_LIBRARY
-"""
+"""Three pictures of an album shared into a folder that holds their namesakes, as a user would:
+nothing overwritten, " (2)" names, one message with the count. usage: desktop_share.py HEADLESS DEMO_MAKER"""
 import os
 import subprocess
 import sys
@@ -25,8 +21,7 @@ def main():
         target = os.path.join(home, "Saved")
         os.makedirs(target)
         for name in NAMES:
-            with open(os.path.join(target, name), "w") as f:
-                f.write("mine")
+            open(os.path.join(target, name), "w").write("mine")
 
         runner = Runner(headless, env)
         tree = open_albums(runner, expect_prompt=True)
@@ -39,7 +34,6 @@ def main():
         runner.ok({"op": "action", "selector": "onShareBtn:", "sender": "btnShare"})
         sheet = runner.until("the share sheet", lambda t: t.get("sheet") is not None)["sheet"]
         assert len(sheet["items"]) == 3 and sheet["activities"] == ["Save to…", "Open with…", "Show in folder"], sheet
-        assert not runner.send({"op": "sheet", "activity": "Email"})["ok"]
         runner.ok({"op": "sheet", "activity": "Save to…", "folder": target})
         tree = runner.until("the count message", lambda t: t.get("notice") is not None)
         assert tree["sheet"] is None and tree["notice"] == f"Saved 3 items to {target}.", tree["notice"]
@@ -54,8 +48,4 @@ def main():
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except AssertionError as failure:
-        print(f"FAILED: {failure}", file=sys.stderr)
-        sys.exit(1)
+    main()
