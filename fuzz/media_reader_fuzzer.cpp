@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-#include "backends/desktop/AudioTags.h"
-#include "backends/desktop/MediaProbe.h"
+#include "backends/desktop/media/AudioTags.h"
+#include "backends/desktop/media/MediaProbe.h"
 
 using namespace nimbrel::desktop;
 

@@ -7,7 +7,7 @@
 #include <iterator>
 #include <string>
 
-#include "backends/desktop/SampleMedia.h"
+#include "backends/desktop/media/SampleMedia.h"
 
 using namespace nimbrel::desktop;
 namespace fs = std::filesystem;

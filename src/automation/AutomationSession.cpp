@@ -87,7 +87,8 @@ constexpr FieldRule kFieldRules[] = {
     {"action", FieldType::string},     {"pick", FieldType::string},       {"path", FieldType::string},
     {"dismiss", FieldType::boolean},   {"cancel", FieldType::boolean},    {"seconds", FieldType::number},
     {"x", FieldType::number},          {"y", FieldType::number},          {"value", FieldType::number},
-    {"index", FieldType::integer},     {"row", FieldType::integerOrNull},
+    {"index", FieldType::integer},     {"row", FieldType::integerOrNull}, {"activity", FieldType::string},
+    {"folder", FieldType::string},
 };
 
 std::optional<std::string> wrongField(const json& request) {
@@ -342,7 +343,18 @@ json AutomationSession::alert(const json& request) {
 json AutomationSession::sheet(const json& request) {
   auto current = TreeWriter::currentSheet();
   if (!current) return failure("no share sheet is showing");
-  if (!flag(request, "dismiss")) return failure("sheet supports {\"dismiss\": true}");
+  if (request.contains("activity")) {
+    std::string name = stringField(request, "activity");
+    std::optional<std::string> folder;
+    if (request.contains("folder")) folder = stringField(request, "folder");
+    if (!current->performActivity(name, folder)) {
+      return failure("the sheet offers no activity \"" + name +
+                     "\" or it could not start (headless, \"Save to…\" needs a \"folder\")");
+    }
+    host_.settle();
+    return success();
+  }
+  if (!flag(request, "dismiss")) return failure("sheet supports {\"dismiss\": true} or {\"activity\": NAME}");
   current->close(false);
   host_.settle();
   return success();

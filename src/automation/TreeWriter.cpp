@@ -303,6 +303,8 @@ json TreeWriter::tree(double now) {
   out["menu"] = entries.empty() ? json(nullptr) : json{{"entries", entries}};
   if (auto sheet = currentSheet()) {
     out["sheet"] = {{"items", sheet->itemDescriptions()}};
+    // Only a platform with activities lists them: the sim's sheet reads as it always has.
+    if (auto activities = sheet->activityNames(); !activities.empty()) out["sheet"]["activities"] = activities;
   } else {
     out["sheet"] = nullptr;
   }

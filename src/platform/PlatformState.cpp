@@ -26,6 +26,7 @@
 #include "platform/uikit/TextMeasurer.h"
 #include "platform/uikit/UIColorCatalog.h"
 #include "platform/uikit/DocumentPickerSource.h"
+#include "platform/uikit/ShareActivities.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINib.h"
@@ -50,6 +51,7 @@ void resetPlatformState() {
   VolumeInfoSource::install(nullptr);
   FileCreationDateSource::install(nullptr);
   DocumentPickerSource::install(nullptr);
+  ShareActivities::install(nullptr);
   GeocoderSource::install(nullptr);
   MediaDurations::install(nullptr);
   AssetExporter::install(nullptr);

@@ -288,9 +288,18 @@ void AppBridge::refreshOverlays() {
   if (sheet) {
     for (const auto& item : sheet->itemDescriptions()) items.push_back(QString::fromStdString(item));
   }
-  if (bool(sheet) != sheetVisible_ || items != sheetItems_) {
+  QStringList activities = sheetActivities_;
+  if (sheet != activitiesSheet_.lock()) {
+    activitiesSheet_ = sheet;
+    activities.clear();
+    if (sheet) {
+      for (const auto& name : sheet->activityNames()) activities.push_back(QString::fromStdString(name));
+    }
+  }
+  if (bool(sheet) != sheetVisible_ || items != sheetItems_ || activities != sheetActivities_) {
     sheetVisible_ = bool(sheet);
     sheetItems_ = items;
+    sheetActivities_ = activities;
     Q_EMIT sheetChanged();
   }
 
@@ -337,6 +346,11 @@ bool AppBridge::closeSheet() {
   if (!sheet) return false;
   sheet->close(false);
   return true;
+}
+
+bool AppBridge::chooseActivity(const QString& name) {
+  auto sheet = TreeWriter::currentSheet();
+  return sheet && sheet->performActivity(name.toStdString());
 }
 
 bool AppBridge::closeAd() {

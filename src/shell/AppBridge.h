@@ -19,6 +19,7 @@ class UIView;
 class QQmlEngine;
 class QJSEngine;
 class UIViewController;
+class UIActivityViewController;
 
 namespace nimbrel {
 class ProgressHUD;
@@ -77,6 +78,8 @@ class AppBridge : public QObject {
   Q_PROPERTY(QRectF menuRect READ menuRect NOTIFY menuChanged)
   Q_PROPERTY(bool sheetVisible READ sheetVisible NOTIFY sheetChanged)
   Q_PROPERTY(QStringList sheetItems READ sheetItems NOTIFY sheetChanged)
+  // The platform's activities for the sheet's items (none on the sim).
+  Q_PROPERTY(QStringList sheetActivities READ sheetActivities NOTIFY sheetChanged)
   Q_PROPERTY(bool adVisible READ adVisible NOTIFY adChanged)
   Q_PROPERTY(QString adNetwork READ adNetwork NOTIFY adChanged)
   Q_PROPERTY(QString adFormat READ adFormat NOTIFY adChanged)
@@ -118,6 +121,7 @@ class AppBridge : public QObject {
   QRectF menuRect() const { return menuRect_; }
   bool sheetVisible() const { return sheetVisible_; }
   QStringList sheetItems() const { return sheetItems_; }
+  QStringList sheetActivities() const { return sheetActivities_; }
   bool adVisible() const { return adVisible_; }
   QString adNetwork() const { return adNetwork_; }
   QString adFormat() const { return adFormat_; }
@@ -130,6 +134,7 @@ class AppBridge : public QObject {
   Q_INVOKABLE bool pressMenuEntry(int index);
   Q_INVOKABLE bool dismissMenu();
   Q_INVOKABLE bool closeSheet();
+  Q_INVOKABLE bool chooseActivity(const QString& name);
   Q_INVOKABLE bool closeAd();
   Q_INVOKABLE bool dismissNotice();
   // A person's "back" (Escape): closes what lies on top, else leaves the top screen the way its
@@ -179,6 +184,9 @@ class AppBridge : public QObject {
   QRectF menuRect_;
   bool sheetVisible_ = false;
   QStringList sheetItems_;
+  QStringList sheetActivities_;
+  // The sheet the activities were read for: reading them looks for programs on disk.
+  std::weak_ptr<UIActivityViewController> activitiesSheet_;
   bool adVisible_ = false;
   QString adNetwork_, adFormat_;
   QString notice_;

@@ -33,6 +33,7 @@
 #include "shell/QtAutomationHost.h"
 #include "shell/QtMessages.h"
 #include "shell/QtRunLoop.h"
+#include "shell/QtShareSurface.h"
 #include "shell/QtTextMeasurer.h"
 #include "shell/StartupTrace.h"
 
@@ -182,6 +183,7 @@ int main(int argc, char** argv) {
       nimbrel::desktop::DesktopPlatform::Options desktopOptions;
       desktopOptions.runLoop = nimbrel::desktop::DesktopPlatform::RunLoopChoice::installed;
       desktopOptions.storedLists = storedListRules();
+      desktopOptions.shareSurface = std::make_shared<nimbrel::shell::QtShareSurface>();
       desktop = std::make_unique<nimbrel::desktop::DesktopPlatform>(desktopOptions);
     }
 

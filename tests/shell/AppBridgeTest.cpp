@@ -8,6 +8,8 @@
 
 #include "platform/PlatformState.h"
 #include "platform/libs/SVProgressHUD.h"
+#include "platform/uikit/ShareActivities.h"
+#include "platform/uikit/UIActivityViewController.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIStoryboard.h"
@@ -129,6 +131,34 @@ TEST_F(AppBridgeTest, TheStatusOverlayFollowsTheLibrary) {
   EXPECT_TRUE(bridge.hudVisible());
   EXPECT_EQ(bridge.hudKind(), "success");
   EXPECT_EQ(bridge.hudStatus(), "Mark as Favourite....");
+}
+
+TEST_F(AppBridgeTest, TheShareSheetShowsThePlatformsActivitiesAndAClickStartsOne) {
+  struct OneActivity : ShareActivities {
+    int performed = 0;
+    std::vector<std::string> names(const std::vector<ShareItem>&) const override { return {"Copy"}; }
+    bool perform(const std::string&, const std::vector<ShareItem>&, const std::optional<std::string>&) override {
+      return ++performed;
+    }
+  };
+  AppBridge bridge;
+  auto present = [&] {
+    root->presentViewController(std::make_shared<UIActivityViewController>(std::vector<ShareItem>{std::string("x")}),
+                                false, nullptr);
+    loop_.settle();
+  };
+  present();
+  EXPECT_TRUE(bridge.sheetVisible() && bridge.sheetActivities().isEmpty()) << "the sim's sheet only lists";
+  root->dismissViewControllerAnimated(false, nullptr);
+  auto activities = std::make_shared<OneActivity>();
+  ShareActivities::install(activities);
+  present();
+  EXPECT_EQ(bridge.sheetActivities(), QStringList{QStringLiteral("Copy")});
+  EXPECT_FALSE(bridge.chooseActivity(QStringLiteral("Email")));
+  EXPECT_TRUE(bridge.chooseActivity(QStringLiteral("Copy")));
+  loop_.settle();
+  EXPECT_EQ(activities->performed, 1);
+  EXPECT_FALSE(bridge.sheetVisible());
 }
 
 TEST_F(AppBridgeTest, QmlSeesTheBridgeMainMade) {

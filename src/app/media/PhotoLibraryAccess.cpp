@@ -141,13 +141,15 @@ void requestShareImages(std::vector<std::shared_ptr<PHAsset>> assets,
     options.deliveryMode = 1;
     manager->requestImageDataForAsset(
         asset, &options,
-        [collected, group](std::optional<Data> data, std::string, int, const PHImageRequestInfo&) mutable {
+        [collected, group](std::optional<Data> data, std::string, int, const PHImageRequestInfo& info) mutable {
           // No data: the group stays entered, so the completion never runs.
           if (!data) return;
           if (auto header = ImageHeader::read(*data)) {
             UIImage::Pixels pixels;
             pixels.width = header->width;
             pixels.height = header->height;
+            // Where the data came from, so that a platform can hand the picture on as a file.
+            if (info.fileURL) pixels.source = info.fileURL->path();
             std::lock_guard lock(collected->mutex);
             collected->images.push_back(UIImage::withPixels(std::move(pixels)));
           }

@@ -15,6 +15,7 @@
 #include "backends/desktop/DesktopImageDecoder.h"
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
+#include "backends/desktop/DesktopShareActivities.h"
 #include "backends/desktop/index/DesktopPermissions.h"
 #include "backends/desktop/DesktopPhotoLibrary.h"
 #include "backends/desktop/DesktopPlaces.h"
@@ -184,6 +185,8 @@ DesktopPlatform::DesktopPlatform(Options options)
   AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());
+  ShareActivities::install(std::make_shared<DesktopShareActivities>(options.shareSurface,
+                                                                    DesktopShareActivities::defaultOptions()));
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "backends/desktop/ShareSurface.h"
 #include "backends/desktop/index/DesktopLocations.h"
 #include "backends/desktop/StoredListCleaner.h"
 #include "platform/foundation/ManualRunLoop.h"
@@ -32,6 +33,8 @@ class DesktopPlatform {
     // The program's remembered lists, kept readable at construction (before the program reads
     // them) and whenever the libraries change; without keys they are left alone.
     StoredListCleaner::Rules storedLists;
+    // The session's clipboard, chooser and bus for the share sheet; none in a headless run.
+    std::shared_ptr<ShareSurface> shareSurface;
   };
 
   DesktopPlatform();

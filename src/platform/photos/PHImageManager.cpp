@@ -65,7 +65,9 @@ PHImageRequestID PHImageManager::requestImageDataForAsset(const std::shared_ptr<
   auto self = strongSelf<PHImageManager>();
   auto deliver = [self, id, record, handler = std::move(handler)] {
     auto data = record ? PhotoLibrarySource::current()->imageData(*record) : std::nullopt;
-    if (self->takeIfLive(id)) handler(std::move(data), "public.jpeg", 0, PHImageRequestInfo{});
+    PHImageRequestInfo info;
+    if (data && !record->backingPath.empty()) info.fileURL = URL::fileURLWithPath(record->backingPath);
+    if (self->takeIfLive(id)) handler(std::move(data), "public.jpeg", 0, info);
   };
   if (options && options->synchronous) {
     deliver();

@@ -22,6 +22,8 @@
 struct PHImageRequestInfo {
   bool cancelled = false;
   bool degraded = false;
+  // The file a data request read (the platform's PHImageFileURLKey), where there is one.
+  std::optional<URL> fileURL;
 };
 
 // Pictures, data and playable media of assets. A synchronous image request answers before it

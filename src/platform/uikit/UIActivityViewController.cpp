@@ -1,5 +1,7 @@
 #include "platform/uikit/UIActivityViewController.h"
 
+#include <algorithm>
+
 #include "platform/uikit/UIDevice.h"
 
 UIActivityViewController::UIActivityViewController(std::vector<Item> activityItems)
@@ -31,4 +33,19 @@ void UIActivityViewController::close(bool completed) {
   dismissViewControllerAnimated(true, [self, completed] {
     if (self->completionWithItemsHandler) self->completionWithItemsHandler(completed);
   });
+}
+
+std::vector<std::string> UIActivityViewController::activityNames() const {
+  auto activities = ShareActivities::current();
+  return activities ? activities->names(items_) : std::vector<std::string>{};
+}
+
+bool UIActivityViewController::performActivity(const std::string& name, const std::optional<std::string>& folder) {
+  auto activities = ShareActivities::current();
+  if (!activities) return false;
+  auto offered = activities->names(items_);
+  if (std::find(offered.begin(), offered.end(), name) == offered.end()) return false;
+  if (!activities->perform(name, items_, folder)) return false;
+  close(true);
+  return true;
 }

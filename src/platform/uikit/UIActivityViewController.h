@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/foundation/URL.h"
+#include "platform/uikit/ShareActivities.h"
 #include "platform/uikit/UIImage.h"
 #include "platform/uikit/UIViewController.h"
 
@@ -19,7 +20,7 @@ class UIPopoverPresentationController {
 // The share sheet with the items handed to it.
 class UIActivityViewController : public UIViewController {
  public:
-  using Item = std::variant<std::string, URL, UIImage>;
+  using Item = ShareItem;
 
   explicit UIActivityViewController(std::vector<Item> activityItems);
   const char* className() const override { return "UIActivityViewController"; }
@@ -33,6 +34,11 @@ class UIActivityViewController : public UIViewController {
   std::vector<std::string> itemDescriptions() const;
   // The user closes the sheet.
   void close(bool completed);
+  // The platform's activities for these items (none where the platform installs none).
+  std::vector<std::string> activityNames() const;
+  // The user chooses an activity: it starts with the items and the sheet closes, completed.
+  // False, and the sheet stays, when the platform does not offer it.
+  bool performActivity(const std::string& name, const std::optional<std::string>& folder = std::nullopt);
 
  private:
   std::vector<Item> items_;

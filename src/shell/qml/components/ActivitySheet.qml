@@ -1,7 +1,7 @@
 import QtQuick
 import Nimbrel.Shell
 
-// The share sheet: the items handed to it and a way to close it.
+// The share sheet: the items handed to it, the platform's activities for them, a way to close it.
 Item {
     id: root
     anchors.fill: parent
@@ -55,6 +55,30 @@ Item {
                             text: modelData
                             elide: Text.ElideMiddle
                             font.pixelSize: 14; color: Theme.text
+                        }
+                    }
+                }
+            }
+            Rectangle {
+                width: parent.width
+                height: activityColumn.implicitHeight
+                visible: AppBridge.sheetActivities.length > 0
+                radius: 12
+                color: Theme.card
+                clip: true
+                Column {
+                    id: activityColumn
+                    width: parent.width
+                    Repeater {
+                        model: AppBridge.sheetActivities
+                        delegate: Rectangle {
+                            required property string modelData
+                            required property int index
+                            width: activityColumn.width; height: 44
+                            color: activityArea.pressed ? Theme.pressed : "transparent"
+                            Rectangle { visible: index > 0; width: parent.width - 16; x: 16; height: 1; color: Theme.separator }
+                            Text { anchors.verticalCenter: parent.verticalCenter; x: 16; text: modelData; color: "#007aff"; font.pixelSize: 16 }
+                            MouseArea { id: activityArea; anchors.fill: parent; onClicked: AppBridge.chooseActivity(modelData) }
                         }
                     }
                 }
