@@ -1,6 +1,8 @@
 #include "automation/AutomationSession.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <optional>
 
 #include "app/VC/PopupMenu.h"
@@ -270,7 +272,10 @@ json AutomationSession::action(const json& request) {
     auto slider = std::dynamic_pointer_cast<UISlider>(sender);
     if (!slider) return failure("\"value\" needs a slider as \"sender\"");
     if (!value->is_number()) return failure("\"value\" must be a number");
-    slider->setValue(value->get<float>(), false);
+    // The slider clamps to its own range; a double beyond a float's is brought within it first,
+    // since converting it as it is would be undefined.
+    const double limit = std::numeric_limits<float>::max();
+    slider->setValue(static_cast<float>(std::clamp(value->get<double>(), -limit, limit)), false);
   }
   screen->performAction(selector, sender);
   host_.settle();
