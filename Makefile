@@ -33,7 +33,7 @@ package: build
 	@cd $(PRESET_DIR) && cpack -B $(CURDIR)/build
 
 bench: configure
-	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench nimbrel-library nimbrel-plutil
+	@cmake --build --preset default -j $(JOBS) --target nimbrel_bench nimbrel-library nimbrel-plutil nimbrel-bench-pictures
 	@$(PRESET_DIR)/bench/nimbrel_bench
 	@./bench/plist_vs_python.sh
 	@./bench/startup_vs_reference.sh

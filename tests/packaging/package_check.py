@@ -69,6 +69,15 @@ def check(cpack, binary, version, scratch):
     if run(f"{usr}/bin/nimbrel", "--automation", "--version", env=env).stdout:
         failures.append("nimbrel --automation --version wrote to standard output")
 
+    # A scan with a file to read loads the codec module from the installed libexec folder.
+    pictures = os.path.join(scratch, "Pictures")
+    os.makedirs(pictures)
+    open(os.path.join(pictures, "broken.jpg"), "w").write("not a picture")
+    own = {k: f"{scratch}/{k.lower()}" for k in ("NIMBREL_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_CONFIG_HOME")}
+    scanned = run(f"{usr}/bin/nimbrel-library", "scan", "--pictures", pictures, env=dict(env, **own))
+    if scanned.returncode or "1 read" not in scanned.stdout:
+        failures.append(f"installed nimbrel-library scan: {scanned.stdout[-300:]} {scanned.stderr[-300:]}")
+
     requests = "".join(json.dumps(r) + "\n" for r in ({"op": "advance", "seconds": 5.5}, {"op": "tree"}))
     driven = run(f"{usr}/bin/nimbrel-headless", "--fixture", f"{share}/nimbrel/fixtures/demo.json",
                  input=requests, env=env)

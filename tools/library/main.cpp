@@ -3,14 +3,18 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "backends/desktop/index/DesktopLocations.h"
 #include "backends/desktop/index/DesktopPermissions.h"
+#include "backends/desktop/index/LazyMediaReader.h"
 #include "backends/desktop/index/LibraryIndex.h"
 #include "library/LibraryArguments.h"
 #include "platform/photos/PHTypes.h"
@@ -37,21 +41,61 @@ std::unique_ptr<LibraryIndex> openIndex(const DesktopLocations& l) {
   return index;
 }
 
-// scan and thumbnails read pictures, movies and songs: a helper beside the program (or in the
-// installed libexec folder) does them, so that the other commands start without the codec libraries.
-int runMediaHelper(char** argv) {
+// A file installed beside the program, or in its libexec folder when installed.
+std::string besideProgram(const char* argv0, const char* name) {
   std::error_code ec;
   fs::path self = fs::read_symlink("/proc/self/exe", ec);
-  if (ec) self = fs::absolute(argv[0]);
-  const char* name = "nimbrel-library-media";
+  if (ec) self = fs::absolute(argv0);
   for (const fs::path& candidate : {self.parent_path() / name, self.parent_path() / NIMBREL_LIBEXEC_RELATIVE / name}) {
-    if (::access(candidate.c_str(), X_OK) == 0) {
-      ::execv(candidate.c_str(), argv);
-      break;
-    }
+    if (::access(candidate.c_str(), R_OK) == 0) return candidate;
   }
-  std::fprintf(stderr, "nimbrel-library: cannot run %s beside %s: %s\n", name, self.c_str(), std::strerror(errno));
+  return self.parent_path() / name;
+}
+
+// Making thumbnails decodes pictures and movies: a helper does it, so that the other commands
+// start without the codec libraries.
+int runMediaHelper(char** argv) {
+  std::string helper = besideProgram(argv[0], "nimbrel-library-media");
+  ::execv(helper.c_str(), argv);
+  std::fprintf(stderr, "nimbrel-library: cannot run %s: %s\n", helper.c_str(), std::strerror(errno));
   return 1;
+}
+
+void printAlbums(LibraryIndex& index) {
+  std::map<std::string, int> perFolder;
+  for (const auto& a : index.assets()) perFolder[a.folder]++;
+  for (const auto& album : index.albums()) {
+    std::printf("  album %-30s %d\n", album.folder.c_str(), perFolder[album.folder]);
+  }
+}
+
+// Folders whose times have not moved are taken as they were unless `full` asks for every file.
+// The codec libraries are loaded only when a file is new or changed.
+int scan(const DesktopLocations& l, bool full, const char* argv0) {
+  std::error_code ec;
+  fs::create_directories(l.cache, ec);
+  auto reader = std::make_shared<LazyMediaReader>(besideProgram(argv0, "nimbrel-media.so"), [](const std::string& why) {
+    // Answers of a reader that is not there would be recorded as unreadable files.
+    std::fprintf(stderr, "nimbrel-library: %s\n", why.c_str());
+    std::fflush(stdout);
+    std::_Exit(1);
+  });
+  LibraryIndex index(l.indexPath(), reader);
+  if (!index.ok()) {
+    std::fprintf(stderr, "nimbrel-library: cannot open %s: %s\n", l.indexPath().c_str(), index.error().c_str());
+    return 1;
+  }
+  std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
+  auto photos = index.scanPhotos({l.pictures, l.videos}, full ? ScanDepth::full : ScanDepth::quick);
+  auto music = l.music.empty() ? ScanReport{} : index.scanMusic(l.music);
+  std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",
+              photos.images, photos.videos, photos.albums, photos.parsed, photos.unchanged, photos.added, photos.moved,
+              photos.removed, photos.seconds);
+  printAlbums(index);
+  std::printf("music: %d songs (%d read, %d unchanged, %d gone) in %.3f s\n", music.songs, music.parsed, music.unchanged,
+              music.removed, music.seconds);
+  std::printf("total %.3f s\n", photos.seconds + music.seconds);
+  return 0;
 }
 
 int status(const DesktopLocations& l) {
@@ -127,10 +171,11 @@ int main(int argc, char** argv) {
     std::printf("nimbrel-library %s\n", NIMBREL_VERSION);
     return 0;
   }
-  if (command == "scan" || command == "thumbnails") return runMediaHelper(argv);
+  if (command == "thumbnails") return runMediaHelper(argv);
   LibraryArguments arguments;
   if (!LibraryArguments::parse(argc, argv, arguments)) return usage(2);
   auto locations = DesktopLocations::resolve(arguments.overrides);
+  if (command == "scan") return scan(locations, arguments.full, argv[0]);
   if (command == "status") return status(locations);
   if (command == "permissions") return permissions(locations, argc, argv, 2);
   return usage(2);

@@ -1,10 +1,9 @@
-// nimbrel-library-media: the commands of nimbrel-library that read pictures, movies and songs
-// (scan, thumbnails), which nimbrel-library hands over to it with its own command line.
+// nimbrel-library-media: the command of nimbrel-library that decodes pictures and movies
+// (thumbnails), which nimbrel-library hands over to it with its own command line.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <thread>
@@ -21,10 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char* show(const std::string& path) {
-  return path.empty() ? "(none)" : path.c_str();
-}
-
 std::unique_ptr<LibraryIndex> openIndex(const DesktopLocations& l) {
   std::error_code ec;
   fs::create_directories(l.cache, ec);
@@ -34,31 +29,6 @@ std::unique_ptr<LibraryIndex> openIndex(const DesktopLocations& l) {
     return nullptr;
   }
   return index;
-}
-
-void printAlbums(LibraryIndex& index) {
-  std::map<std::string, int> perFolder;
-  for (const auto& a : index.assets()) perFolder[a.folder]++;
-  for (const auto& album : index.albums()) {
-    std::printf("  album %-30s %d\n", album.folder.c_str(), perFolder[album.folder]);
-  }
-}
-
-// Folders whose times have not moved are taken as they were unless `full` asks for every file.
-int scan(const DesktopLocations& l, bool full) {
-  auto index = openIndex(l);
-  if (!index) return 1;
-  std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
-  auto photos = index->scanPhotos({l.pictures, l.videos}, full ? ScanDepth::full : ScanDepth::quick);
-  auto music = l.music.empty() ? ScanReport{} : index->scanMusic(l.music);
-  std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",
-              photos.images, photos.videos, photos.albums, photos.parsed, photos.unchanged, photos.added, photos.moved,
-              photos.removed, photos.seconds);
-  printAlbums(*index);
-  std::printf("music: %d songs (%d read, %d unchanged, %d gone) in %.3f s\n", music.songs, music.parsed, music.unchanged,
-              music.removed, music.seconds);
-  std::printf("total %.3f s\n", photos.seconds + music.seconds);
-  return 0;
 }
 
 int thumbnails(const DesktopLocations& l) {
@@ -91,7 +61,6 @@ int main(int argc, char** argv) {
   LibraryArguments arguments;
   if (!LibraryArguments::parse(argc, argv, arguments)) return LibraryArguments::usage(2);
   auto locations = DesktopLocations::resolve(arguments.overrides);
-  if (arguments.command == "scan") return scan(locations, arguments.full);
   if (arguments.command == "thumbnails") return thumbnails(locations);
   return LibraryArguments::usage(2);
 }

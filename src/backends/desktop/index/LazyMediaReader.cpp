@@ -1,0 +1,46 @@
+#include "backends/desktop/index/LazyMediaReader.h"
+
+#include <dlfcn.h>
+
+namespace nimbrel::desktop {
+
+LazyMediaReader::LazyMediaReader(std::string modulePath, std::function<void(const std::string&)> failed)
+    : modulePath_(std::move(modulePath)), failed_(std::move(failed)) {}
+
+const MediaReader* LazyMediaReader::reader() const {
+  std::call_once(once_, [this] {
+    // Never closed: the reader's code must outlive every call into it.
+    void* module = ::dlopen(modulePath_.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* entry = module ? ::dlsym(module, kEntryPoint) : nullptr;
+    if (entry) {
+      reader_ = reinterpret_cast<const MediaReader* (*)()>(entry)();
+    }
+    if (!reader_ && failed_) {
+      const char* why = ::dlerror();
+      failed_("cannot load the media readers " + modulePath_ + ": " + (why ? why : "no reader in it"));
+    }
+  });
+  return reader_;
+}
+
+bool LazyMediaReader::loaded() const {
+  // Only read after the threads that scan have been joined.
+  return reader_ != nullptr;
+}
+
+std::optional<MediaFacts> LazyMediaReader::image(const std::string& path) const {
+  auto* r = reader();
+  return r ? r->image(path) : std::nullopt;
+}
+
+std::optional<MediaFacts> LazyMediaReader::video(const std::string& path) const {
+  auto* r = reader();
+  return r ? r->video(path) : std::nullopt;
+}
+
+std::optional<SongFacts> LazyMediaReader::song(const std::string& path) const {
+  auto* r = reader();
+  return r ? r->song(path) : std::nullopt;
+}
+
+}  // namespace nimbrel::desktop

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <string>
+
+#include "backends/desktop/index/MediaReader.h"
+
+namespace nimbrel::desktop {
+
+// A reader that loads the codec libraries (a module holding the file reader) the first time a
+// file is actually read. A rescan that finds nothing new never pays for loading them, which costs
+// more than the rescan itself.
+class LazyMediaReader : public MediaReader {
+ public:
+  // The symbol the module exports: returns its reader, which lives as long as the process.
+  static constexpr const char* kEntryPoint = "nimbrel_media_reader";
+
+  // `failed` is called once, with a sentence, when the module cannot be loaded; the reads then
+  // answer nothing. A caller that would record those answers ends instead.
+  LazyMediaReader(std::string modulePath, std::function<void(const std::string&)> failed);
+
+  std::optional<MediaFacts> image(const std::string& path) const override;
+  std::optional<MediaFacts> video(const std::string& path) const override;
+  std::optional<SongFacts> song(const std::string& path) const override;
+
+  bool loaded() const;
+
+ private:
+  const MediaReader* reader() const;
+
+  std::string modulePath_;
+  std::function<void(const std::string&)> failed_;
+  mutable std::once_flag once_;
+  mutable const MediaReader* reader_ = nullptr;
+};
+
+}  // namespace nimbrel::desktop
