@@ -1,8 +1,10 @@
 // Arbitrary bytes as a media file for the desktop library's readers: EXIF through Exiv2, movies
 // through libavformat, tags and covers through TagLib, and the text forms those readers parse.
 // The first byte chooses the file's extension (which picks the reader), the rest is the file.
+// A JPEG's head is also read by the plain reader, which must agree with Exiv2 whenever both answer.
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -11,6 +13,7 @@
 #include <string_view>
 
 #include "backends/desktop/media/AudioTags.h"
+#include "backends/desktop/media/JpegFacts.h"
 #include "backends/desktop/media/MediaProbe.h"
 
 using namespace nimbrel::desktop;
@@ -47,6 +50,24 @@ void readFile(const std::string& path) {
   }
 }
 
+void comparePlainJpegReader(std::string_view head) {
+  auto plain = readJpegFacts(head);
+  auto exiv2 = plain ? readJpegHeadWithExiv2(head) : std::nullopt;
+  if (!exiv2) return;
+  MediaFacts ours = plain->facts;
+  if (plain->dateOriginal) ours.created = parseExifDateTime(*plain->dateOriginal, plain->offsetOriginal.value_or(""));
+  auto same = [](const std::optional<double>& a, const std::optional<double>& b) {
+    return a.has_value() == b.has_value() && (!a || *a == *b || (std::isnan(*a) && std::isnan(*b)));
+  };
+  if (ours.width != exiv2->width || ours.height != exiv2->height || ours.orientation != exiv2->orientation ||
+      !same(ours.created, exiv2->created) || !same(ours.latitude, exiv2->latitude) ||
+      !same(ours.longitude, exiv2->longitude) || ours.selfie != exiv2->selfie || ours.screenshot != exiv2->screenshot ||
+      ours.panorama != exiv2->panorama) {
+    std::fprintf(stderr, "media_reader_fuzzer: the plain JPEG reader and Exiv2 differ\n");
+    std::abort();
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
@@ -63,6 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     (void)parseIso6709(body);
     return 0;
   }
+  if (kind == "jpg") comparePlainJpegReader(body);
   std::string path = scratchFile(kExtensions[data[0] % kKinds]);
   {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);

@@ -9,8 +9,9 @@ LazyMediaReader::LazyMediaReader(std::string modulePath, std::function<void(cons
 
 const MediaReader* LazyMediaReader::reader() const {
   std::call_once(once_, [this] {
-    // Never closed: the reader's code must outlive every call into it.
-    void* module = ::dlopen(modulePath_.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // Never closed: the reader's code must outlive every call into it. Lazy binding: resolving
+    // every symbol of the codec libraries at once costs more than the few a scan calls.
+    void* module = ::dlopen(modulePath_.c_str(), RTLD_LAZY | RTLD_LOCAL);
     void* entry = module ? ::dlsym(module, kEntryPoint) : nullptr;
     if (entry) {
       reader_ = reinterpret_cast<const MediaReader* (*)()>(entry)();

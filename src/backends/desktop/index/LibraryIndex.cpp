@@ -529,6 +529,8 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
     move.bind(1, m.to->path).bind(2, *m.to->folder).bind(3, m.from->id).run();
     ++report.moved;
   }
+  // New identifiers are random: in their order, each lands on the index's page next to the last.
+  std::sort(inserts.begin(), inserts.end(), [](const AssetRow& a, const AssetRow& b) { return a.id < b.id; });
   for (const auto& r : inserts) write(r);
   for (const auto& r : updates) write(r);
   report.added = static_cast<int>(inserts.size());

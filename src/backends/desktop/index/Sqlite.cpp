@@ -16,7 +16,9 @@ SqliteDatabase::SqliteDatabase(const std::string& path) {
   db_ = db;
   // The app and the command-line tool may use the index at once.
   sqlite3_busy_timeout(db_, 5000);
-  exec("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA foreign_keys=ON;");
+  // A first index of a large library writes more pages than the default cache holds, and spilling
+  // them to the log in the middle of the transaction showed in profiles.
+  exec("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA foreign_keys=ON; PRAGMA cache_size=-32768;");
 }
 
 SqliteDatabase::~SqliteDatabase() {

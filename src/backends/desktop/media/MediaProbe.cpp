@@ -1,5 +1,7 @@
 #include "backends/desktop/media/MediaProbe.h"
 
+#include "backends/desktop/media/JpegFacts.h"
+
 #include <exiv2/exiv2.hpp>
 #ifdef EXV_ENABLE_VIDEO
 #include <exiv2/matroskavideo.hpp>
@@ -18,6 +20,8 @@ extern "C" {
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <tuple>
 #include <cerrno>
 #include <memory>
 #include <cctype>
@@ -81,17 +85,52 @@ std::optional<double> videoTagDate(const char* text) {
   return seconds;
 }
 
+// The numbers of `text` when it starts with exactly `shape` ('d' a digit, anything else itself).
+std::optional<std::array<int, 6>> fixedFields(std::string_view text, std::string_view shape) {
+  if (text.size() < shape.size()) return std::nullopt;
+  std::array<int, 6> fields{};
+  std::size_t field = 0;
+  bool inNumber = false;
+  for (std::size_t i = 0; i < shape.size(); ++i) {
+    if (shape[i] != 'd') {
+      if (text[i] != shape[i]) return std::nullopt;
+      inNumber = false;
+      continue;
+    }
+    if (text[i] < '0' || text[i] > '9') return std::nullopt;
+    if (!inNumber && field++ == fields.size()) return std::nullopt;
+    inNumber = true;
+    fields[field - 1] = fields[field - 1] * 10 + (text[i] - '0');
+  }
+  // What follows must not extend the last number, or sscanf would read it on.
+  if (text.size() > shape.size() && text[shape.size()] >= '0' && text[shape.size()] <= '9') return std::nullopt;
+  return fields;
+}
+
 }  // namespace
 
 std::optional<double> parseExifDateTime(std::string_view text, std::string_view offset) {
   int y, mo, d, h, mi, s;
-  std::string t(text);
-  if (std::sscanf(t.c_str(), "%d:%d:%d %d:%d:%d", &y, &mo, &d, &h, &mi, &s) != 6 || y < 1800) return std::nullopt;
+  // The usual "YYYY:MM:DD HH:MM:SS" without sscanf, which showed in profiles of a first index.
+  if (auto f = fixedFields(text, "dddd:dd:dd dd:dd:dd")) {
+    std::tie(y, mo, d, h, mi, s) = std::tuple(f->at(0), f->at(1), f->at(2), f->at(3), f->at(4), f->at(5));
+  } else if (std::sscanf(std::string(text).c_str(), "%d:%d:%d %d:%d:%d", &y, &mo, &d, &h, &mi, &s) != 6) {
+    return std::nullopt;
+  }
+  if (y < 1800) return std::nullopt;
   std::tm tm = calendarTime(y, mo, d, h, mi, s);
   int oh, om;
   char sign;
-  std::string o(offset);
-  if (std::sscanf(o.c_str(), "%c%d:%d", &sign, &oh, &om) == 3 && (sign == '+' || sign == '-')) {
+  bool zoned = false;
+  if (auto f = fixedFields(offset.substr(std::min<std::size_t>(offset.size(), 1)), "dd:dd")) {
+    sign = offset[0];
+    oh = f->at(0);
+    om = f->at(1);
+    zoned = true;
+  } else {
+    zoned = std::sscanf(std::string(offset).c_str(), "%c%d:%d", &sign, &oh, &om) == 3;
+  }
+  if (zoned && (sign == '+' || sign == '-')) {
     int delta = (oh * 3600 + om * 60) * (sign == '-' ? -1 : 1);
     return static_cast<double>(::timegm(&tm) - delta);
   }
@@ -265,6 +304,11 @@ bool readJpegHead(const std::string& path, MediaFacts& facts, bool& broken) {
   bool whole = false;
   std::string_view head = readHead(path, kJpegHeadBytes, whole);
   if (head.empty()) return false;
+  if (auto plain = readJpegFacts(head)) {
+    facts = plain->facts;
+    if (plain->dateOriginal) facts.created = parseExifDateTime(*plain->dateOriginal, plain->offsetOriginal.value_or(""));
+    return true;
+  }
   try {
     auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.data()), static_cast<long>(head.size()));
     if (!image.get()) {
@@ -283,6 +327,19 @@ bool readJpegHead(const std::string& path, MediaFacts& facts, bool& broken) {
 }
 
 }  // namespace
+
+std::optional<MediaFacts> readJpegHeadWithExiv2(std::string_view head) {
+  initialiseExiv2Once();
+  MediaFacts facts;
+  facts.kind = PHAssetMediaType::image;
+  try {
+    auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.data()), static_cast<long>(head.size()));
+    if (!image.get() || !readImageFacts(*image, facts)) return std::nullopt;
+    return facts;
+  } catch (const Exiv2::AnyError&) {
+    return std::nullopt;
+  }
+}
 
 std::optional<MediaFacts> probeImage(const std::string& path) {
   initialiseExiv2Once();

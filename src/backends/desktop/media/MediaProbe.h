@@ -12,6 +12,9 @@ namespace nimbrel::desktop {
 // and orientation, GPS position; the selfie and panorama hints. No value when the file cannot be
 // read as a picture.
 std::optional<MediaFacts> probeImage(const std::string& path);
+// A JPEG's head read by Exiv2 alone, as it is read when the plain reader declines: the measure the
+// plain reader is held to.
+std::optional<MediaFacts> readJpegHeadWithExiv2(std::string_view head);
 // Movies: duration, the shown size (rotation applied), creation time and ISO 6709 location tags.
 std::optional<MediaFacts> probeVideo(const std::string& path);
 // Seconds of timed media in any file libavformat reads; none when it cannot.
