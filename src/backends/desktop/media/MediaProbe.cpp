@@ -273,42 +273,62 @@ bool readImageFacts(Exiv2::Image& image, MediaFacts& facts) {
 // spends more time in the kernel than in parsing. The whole flag says the head is the whole file.
 constexpr std::size_t kJpegHeadBytes = 256 * 1024;
 
+// A plain JPEG's segments fit in its first few kilobytes; one with a large EXIF thumbnail needs
+// more. So the head is read in two steps, the second only when the plain reader asks for it.
+constexpr std::size_t kJpegFirstBytes = 8 * 1024;
+
 // The head lands in a buffer kept by the thread (zeroing a fresh one per file showed in profiles).
-std::string_view readHead(const std::string& path, std::size_t limit, bool& whole) {
-  thread_local std::unique_ptr<char[]> buffer;
-  thread_local std::size_t capacity = 0;
-  whole = false;
-  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return {};
-  if (capacity < limit) {
-    buffer.reset(new char[limit]);
-    capacity = limit;
+class HeadReader {
+ public:
+  explicit HeadReader(const std::string& path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    thread_local std::unique_ptr<char[]> buffer;
+    if (!buffer) buffer.reset(new char[kJpegHeadBytes]);
+    buffer_ = buffer.get();
   }
-  char* head = buffer.get();
-  std::size_t got = 0;
-  while (got < limit) {
-    ssize_t n = ::read(fd, head + got, limit - got);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) {
-      whole = n == 0;
-      break;
+  ~HeadReader() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  HeadReader(const HeadReader&) = delete;
+  HeadReader& operator=(const HeadReader&) = delete;
+
+  // Reads on until `limit` bytes or the end of the file.
+  std::string_view extend(std::size_t limit) {
+    while (fd_ >= 0 && !whole_ && got_ < limit) {
+      ssize_t n = ::read(fd_, buffer_ + got_, limit - got_);
+      if (n < 0 && errno == EINTR) continue;
+      if (n <= 0) {
+        whole_ = n == 0;
+        break;
+      }
+      got_ += static_cast<std::size_t>(n);
     }
-    got += static_cast<std::size_t>(n);
+    return {buffer_, got_};
   }
-  ::close(fd);
-  return {head, got};
+  bool whole() const { return whole_; }
+
+ private:
+  int fd_;
+  char* buffer_;
+  std::size_t got_ = 0;
+  bool whole_ = false;
+};
+
+bool fromPlainReader(std::string_view head, MediaFacts& facts) {
+  auto plain = readJpegFacts(head);
+  if (!plain) return false;
+  facts = plain->facts;
+  if (plain->dateOriginal) facts.created = parseExifDateTime(*plain->dateOriginal, plain->offsetOriginal.value_or(""));
+  return true;
 }
 
 // True when the head told everything; false sends the caller to the file itself.
 bool readJpegHead(const std::string& path, MediaFacts& facts, bool& broken) {
-  bool whole = false;
-  std::string_view head = readHead(path, kJpegHeadBytes, whole);
+  HeadReader reader(path);
+  if (fromPlainReader(reader.extend(kJpegFirstBytes), facts)) return true;
+  std::string_view head = reader.extend(kJpegHeadBytes);
+  const bool whole = reader.whole();
   if (head.empty()) return false;
-  if (auto plain = readJpegFacts(head)) {
-    facts = plain->facts;
-    if (plain->dateOriginal) facts.created = parseExifDateTime(*plain->dateOriginal, plain->offsetOriginal.value_or(""));
-    return true;
-  }
+  if (head.size() > kJpegFirstBytes && fromPlainReader(head, facts)) return true;
   try {
     auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.data()), static_cast<long>(head.size()));
     if (!image.get()) {
