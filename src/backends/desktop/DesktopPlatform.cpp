@@ -16,6 +16,7 @@
 #include "backends/desktop/DesktopMusicLibrary.h"
 #include "backends/desktop/DesktopOpener.h"
 #include "backends/desktop/DesktopShareActivities.h"
+#include "backends/desktop/ShareFolderSweep.h"
 #include "backends/desktop/index/DesktopPermissions.h"
 #include "backends/desktop/DesktopPhotoLibrary.h"
 #include "backends/desktop/DesktopPlaces.h"
@@ -185,8 +186,9 @@ DesktopPlatform::DesktopPlatform(Options options)
   AssetExporter::install(std::make_shared<DesktopAssetExporter>());
   VolumeInfoSource::install(std::make_shared<HomeVolume>(locations_.appHome));
   DocumentPickerSource::install(std::make_shared<DesktopDocumentPicker>());
-  ShareActivities::install(std::make_shared<DesktopShareActivities>(options.shareSurface,
-                                                                    DesktopShareActivities::defaultOptions()));
+  auto shareOptions = DesktopShareActivities::defaultOptions();
+  ShareFolderSweep::removeOld(shareOptions.temporaryFolder, std::chrono::system_clock::now());
+  ShareActivities::install(std::make_shared<DesktopShareActivities>(options.shareSurface, std::move(shareOptions)));
   DemoAdNetwork::install(DemoAdNetwork::fillFromText(std::getenv("NIMBREL_ADS")));
   UIApplication::sharedApplication().setURLOpener([](const URL& url) { return openWithDesktop(url); });
 }
