@@ -39,14 +39,9 @@ TEST_F(customFileManagerTest, MakingTheSharedInstanceMakesTheRootFolderOnlyAndAg
   files->createFolder("importedFiles");
   EXPECT_TRUE(fs::is_directory(imported));
   EXPECT_TRUE(takeLog().empty()) << "nothing is logged when the folders exist";
-}
-
-TEST_F(customFileManagerTest, CreateFolderAloneBringsTheRootIntoBeing) {
   fs::remove_all(documents + "/Nimbrel");
-  customFileManager manager;
-  fs::remove_all(documents + "/Nimbrel");
-  manager.createFolder("importedFiles");
-  EXPECT_TRUE(fs::is_directory(imported));
+  files->createFolder("importedFiles");
+  EXPECT_TRUE(fs::is_directory(imported)) << "a folder alone brings the root into being";
 }
 
 TEST_F(customFileManagerTest, AFolderThatCannotBeMadeIsLoggedAndTheCallerGoesOn) {

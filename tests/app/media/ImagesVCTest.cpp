@@ -121,29 +121,15 @@ TEST_F(ImagesVCTest, RefusedAccessShowsTheAlertAndLimitedAccessShowsNothing) {
   EXPECT_TRUE(limited->viewModel->items.empty());
 }
 
-TEST_F(ImagesVCTest, OpeningAnAlbumFillsThePathBarAndListsItsItemsNewestFirst) {
-  auto screen = open(library());
-  tapRow(*screen, 1);  // Trip
-  EXPECT_FALSE(screen->isAlBumsDisplay);
-  EXPECT_EQ(screen->currentSelectedAlbumIndex, 1);
-  EXPECT_EQ(screen->lbSubFolderName->text(), "Trip");
-  EXPECT_FALSE(screen->lbSubFolderName->isHidden());
-  EXPECT_FALSE(screen->lastsubImagesAerrowView->isHidden());
-  EXPECT_EQ(screen->lblMainFolderName->textColor(), UIColor::darkTextColor());
-  ASSERT_EQ(screen->photoViewModel->items.size(), 3u);
-  EXPECT_EQ(screen->photoViewModel->items[0]->item.identifier, "T2/L0/001");
-  advance(1);
-  EXPECT_FALSE(SVProgressHUD::state().visible) << "the item load's overlay is gone";
-
-  press(*screen, "onMainFolderBtn:");
-  EXPECT_TRUE(screen->isAlBumsDisplay);
-  EXPECT_TRUE(screen->lbSubFolderName->isHidden());
-  EXPECT_EQ(albumNames(*screen), (std::vector<std::string>{"Recents", "Trip", "Selfies"}));
-}
-
+// The path bar's album name, the items newest first and the way back to the albums are read by the
+// e2e images_album_level_and_selection scenario.
 TEST_F(ImagesVCTest, TheLayoutButtonSwitchesToListCellsAndStoresTheChoiceWithoutASynchronize) {
   auto screen = open(library(3, R"("preferences": {"isFirstTime": true, "kIsListView": false}, )"));
   tapRow(*screen, 1);
+  EXPECT_FALSE(screen->isAlBumsDisplay);
+  EXPECT_EQ(screen->currentSelectedAlbumIndex, 1);
+  EXPECT_FALSE(screen->lastsubImagesAerrowView->isHidden());
+  EXPECT_EQ(screen->lblMainFolderName->textColor(), UIColor::darkTextColor());
   press(*screen, "onGridOrListBtn:");
   auto& cv = *screen->albumsCollectionView;
   cv.layoutSubviews();
@@ -156,18 +142,15 @@ TEST_F(ImagesVCTest, TheLayoutButtonSwitchesToListCellsAndStoresTheChoiceWithout
   EXPECT_TRUE(defaults().hasPendingChanges());
 }
 
-// The selection chrome a long press brings is read by the album-level e2e scenario.
-TEST_F(ImagesVCTest, ALongPressEntersSelectionModeOnlyOnAnItem) {
+// A long press at the album level and on an item are read by the e2e
+// images_album_level_and_selection scenario.
+TEST_F(ImagesVCTest, ALongPressOnTheGapOrInSelectionModeDoesNothing) {
   auto screen = open(library());
-  longPressRow(*screen, 0);
-  EXPECT_FALSE(chromeShown(*screen)) << "no selection mode at the album level";
   tapRow(*screen, 1);
   screen->longPress->recognize(UIGestureRecognizerState::began, {1, 100000});  // the gap
   settle();
   EXPECT_FALSE(screen->isSelectionModeOn());
   longPressRow(*screen, 1);
-  EXPECT_TRUE(chromeShown(*screen));
-  EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u);
   longPressRow(*screen, 2);
   EXPECT_EQ(screen->photoViewModel->selectedItems().size(), 1u) << "a long press in selection mode does nothing";
 }
@@ -248,7 +231,8 @@ TEST_F(ImagesVCTest, ShareTakesTenImagesButNotEleven) {
   EXPECT_FALSE(sheet->popoverPresentationController()) << "no popover on a phone";
 }
 
-TEST_F(ImagesVCTest, FavouritesGetAddressesByMediaTypeAndTheButtonIconReturns) {
+// A photo's favourite, its message and the button's icon are the e2e album-level scenario's.
+TEST_F(ImagesVCTest, AVideosFavouriteGetsAVideoAddress) {
   auto screen = open(library(), MediaTypes::video);
   tapRow(*screen, 1);  // Videos
   longPressRow(*screen, 0);
@@ -256,9 +240,6 @@ TEST_F(ImagesVCTest, FavouritesGetAddressesByMediaTypeAndTheButtonIconReturns) {
   ASSERT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
   EXPECT_EQ(AppData::shared()->FavouriteFiles[0].url.absoluteString(), "assets-library://asset/asset.MOV?id=V1&extMOV");
   EXPECT_EQ(AppData::shared()->FavouriteFiles[0].filetype, FileType::video);
-  EXPECT_EQ(SVProgressHUD::state().status, "Mark as Favourite....");
-  EXPECT_EQ(screen->imgFav->image()->name(), "ic_unfav");
-  EXPECT_FALSE(screen->isSelectionModeOn());
 }
 
 // What a refused delete says and keeps is LibraryChangesTest's; the screen stays at the items.
