@@ -84,9 +84,6 @@ class HomeViewControllerTest : public testing::SimTest {
     }
     return rows;
   }
-  void press(UIViewController& screen, const std::string& selector, const std::string& sender = "") {
-    screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
-  }
 };
 
 // The plain line is the e2e home_storage_line scenario's; an unreadable size counts as 0 and the
@@ -160,45 +157,43 @@ TEST_F(HomeViewControllerTest, TheMoreMarkSitsOnOneRowByIdiomWhateverTheListLeng
   }
 }
 
-TEST_F(HomeViewControllerTest, DocumentCellsShowTheIconOfTheExtensionAndKeepTheNameHidden) {
+// Every cell keeps its name hidden. Documents show the icon of their extension; pictures and
+// artwork fill the 111-point image view (the short side fits, the long one overflows), a video
+// recorded as a photo like a photo.
+TEST_F(HomeViewControllerTest, EachKindOfCellShowsItsIconOrThumbnailAndKeepsTheNameHidden) {
   struct Row {
     const char* url;
-    const char* icon;
+    const char* kind;
+    const char* image;
     const char* name;
   };
   const Row rows[] = {
-      {"file:///x/report.pdf", "icon_pdf", "report.pdf"},
-      {"file:///x/README", "icon_folder", "README"},  // no extension
+      // Pictures arrive later: only the cells on screen, the first three, receive them.
+      {"assets-library://asset/asset.MOV?id=V1&extMOV", "photo", "pixels:197x111", "CLIP.MOV"},
+      {"assets-library://asset/asset.JPG?id=P1&extJPG", "video", "pixels:148x111", "IMG_7.JPG"},
+      {"file:///x/report.pdf", "docs", "icon_pdf", "report.pdf"},
+      {"file:///x/README", "docs", "icon_folder", "README"},  // no extension
+      {"ipod-library://item/item.mp3?id=1311234567890123", "music", "pixels:111x111", "Blue"},
+      {"ipod-library://item/item.mp3?id=2000000000000002", "music", "ic_music_placeholder", ""},
   };
   std::string records;
-  for (const auto& row : rows) records += (records.empty() ? "" : ",") + recent(row.url, "docs");
-  auto home = launchHome(withRecents(records));
-  for (long i = 0; i < static_cast<long>(std::size(rows)); ++i) {
-    auto look = cellAt(*home, i);
-    EXPECT_EQ(look.image, rows[i].icon) << rows[i].url;
-    EXPECT_EQ(look.name, rows[i].name) << rows[i].url;
-    EXPECT_TRUE(look.nameHidden);
-    EXPECT_EQ(look.cornerRadius, 25);
-    EXPECT_EQ(look.background, std::optional<UIColor>(UIColor::clearColor()));
-  }
-}
-
-TEST_F(HomeViewControllerTest, AVideoRecordedAsAPhotoShowsItsThumbnailLikeAPhoto) {
-  auto home = launchHome(withRecents(
-      recent("assets-library://asset/asset.MOV?id=V1&extMOV", "photo") + "," +
-          recent("assets-library://asset/asset.JPG?id=P1&extJPG", "video"),
-      R"("photos": {"assets": [
+  for (const auto& row : rows) records += (records.empty() ? "" : ",") + recent(row.url, row.kind);
+  auto home = launchHome(withRecents(records, R"("photos": {"assets": [
           {"id": "V1/L0/001", "mediaType": 2, "width": 1920, "height": 1080, "filename": "CLIP.MOV"},
-          {"id": "P1/L0/001", "filename": "IMG_7.JPG"}]}, )"));
+          {"id": "P1/L0/001", "filename": "IMG_7.JPG"}]},
+      "music": {"songs": [
+          {"persistentID": "1311234567890123", "title": "Blue", "fileSize": 10, "artwork": true},
+          {"persistentID": "2000000000000002", "title": null, "fileSize": 10, "artwork": false}]}, )"));
   settle();
-  // The 111-point image view at aspect fill: the short side fits, the long one overflows.
-  auto video = cellAt(*home, 0);
-  EXPECT_EQ(video.image, "pixels:197x111");
-  EXPECT_EQ(video.name, "CLIP.MOV");
-  EXPECT_TRUE(video.nameHidden);
-  auto photo = cellAt(*home, 1);
-  EXPECT_EQ(photo.image, "pixels:148x111");
-  EXPECT_EQ(photo.name, "IMG_7.JPG");
+  for (long i = 0; i < static_cast<long>(std::size(rows)); ++i) {
+    SCOPED_TRACE(rows[i].url);
+    auto look = cellAt(*home, i);
+    EXPECT_EQ(look.image, rows[i].image);
+    EXPECT_EQ(look.name, rows[i].name);
+    EXPECT_TRUE(look.nameHidden);
+  }
+  EXPECT_EQ(cellAt(*home, 0).cornerRadius, 25);
+  EXPECT_EQ(cellAt(*home, 0).background, std::optional<UIColor>(UIColor::clearColor()));
 }
 
 TEST_F(HomeViewControllerTest, AReusedCellKeepsItsLatestThumbnailRequestInTheTag) {
@@ -217,24 +212,6 @@ TEST_F(HomeViewControllerTest, AReusedCellKeepsItsLatestThumbnailRequestInTheTag
   EXPECT_EQ(cell->fileImg->image()->describe(), "pixels:148x111");
 }
 
-TEST_F(HomeViewControllerTest, MusicCellsShowArtworkOrThePlaceholderAndTheTitle) {
-  auto home = launchHome(withRecents(
-      recent("ipod-library://item/item.mp3?id=1311234567890123", "music") + "," +
-          recent("ipod-library://item/item.mp3?id=2000000000000002", "music"),
-      R"("music": {"songs": [
-          {"persistentID": "1311234567890123", "title": "Blue", "fileSize": 10, "artwork": true},
-          {"persistentID": "2000000000000002", "title": null, "fileSize": 10, "artwork": false}]}, )"));
-  auto withArt = cellAt(*home, 0);
-  EXPECT_EQ(withArt.image, "pixels:111x111") << "artwork at the image view's frame size";
-  EXPECT_EQ(withArt.name, "Blue");
-  EXPECT_TRUE(withArt.nameHidden);
-  auto without = cellAt(*home, 1);
-  EXPECT_EQ(without.image, "ic_music_placeholder");
-  EXPECT_EQ(without.name, "");
-}
-
-// Storage analysis from the button and from the menu is read by the e2e storage_analysis scenarios,
-// the settings from the menu by SettingVCTest.
 TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndEachPressPushesItsScreenHalfASecondLater) {
   auto home = launchHome();
   auto images = [&](size_t i) { return std::dynamic_pointer_cast<ImagesVC>(nav()->viewControllers().at(i)); };
@@ -253,20 +230,7 @@ TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndEachPressPush
   EXPECT_EQ(images(3)->mediatype, MediaTypes::image) << "a new screen at each press";
 }
 
-TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsedAndComesBackAfterAReturn) {
-  auto home = launchHome();
-  ASSERT_EQ(home->HEADERView->minimumHeaderHeight(), 50.0);
-  ASSERT_TRUE(home->HEADERView->alwaysCollapse());
-  home->mainScrollView->setContentOffset({0, 200});
-  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
-  EXPECT_TRUE(home->TitleView->isHidden());
-  // Collapsed when another screen was pushed, it grows again at the scroll to the top on return.
-  comeBack();
-  home->mainScrollView->setContentOffset({0, 0});
-  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
-  EXPECT_FALSE(home->TitleView->isHidden());
-}
-TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
+TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsedAndEachAppearanceStacksANewNativeAd) {
   auto home = launchHome(R"({"ads": {"applovin": {"native": "fill"}}})");
   auto rendered = [&] {
     size_t n = 0;
@@ -276,7 +240,14 @@ TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
   settle();
   EXPECT_EQ(rendered(), 1u);
   EXPECT_FALSE(home->nativeAdview->isHidden());
+  home->mainScrollView->setContentOffset({0, 200});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  EXPECT_TRUE(home->TitleView->isHidden());
+  // Collapsed when another screen was pushed, it grows again at the scroll to the top on return.
   comeBack();
+  home->mainScrollView->setContentOffset({0, 0});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
+  EXPECT_FALSE(home->TitleView->isHidden());
   EXPECT_EQ(rendered(), 2u);
 }
 

@@ -23,18 +23,10 @@ class DocumentVCTest : public testing::SimTest {
   // Home's "Documents" button, as a person presses it.
   std::shared_ptr<DocumentVC> open(const std::string& fixture) {
     launchToHome(fixture);
-    nav()->topViewController()->performAction("onDocumentBtn:", nullptr);
-    settle();
-    auto screen = std::dynamic_pointer_cast<DocumentVC>(nav()->topViewController());
-    EXPECT_TRUE(screen) << "the Documents button pushes DocumentVC";
-    return screen;
+    return pushedBy<DocumentVC>("onDocumentBtn:");
   }
   std::string imported(const std::string& name) {
     return platform->home() + "/Documents/Nimbrel/importedFiles/" + name;
-  }
-  void press(DocumentVC& screen, const std::string& selector) {
-    screen.performAction(selector, nullptr);
-    settle();
   }
   std::shared_ptr<UIDocumentPickerViewController> openPicker(DocumentVC& screen) {
     press(screen, "onOpenDocumentOicker:");
@@ -72,7 +64,6 @@ TEST_F(DocumentVCTest, AnImportMovesThePickedFileAndATakenNameIsRefusedWithBothF
   EXPECT_FALSE(fs::exists(first->path())) << "moved, not copied";
   EXPECT_EQ(fs::file_size(imported("notes.txt")), 10u);
   ASSERT_EQ(screen->viewModel->items.size(), 1u);
-  EXPECT_FALSE(nav()->presentedViewController()) << "the picker went away";
 
   // When a second notes.txt is picked, then it is refused and both files stay.
   fs::resize_file(imported("notes.txt"), 3);
@@ -145,23 +136,17 @@ TEST_F(DocumentVCTest, EditWorksOncePerScreenObjectWhileALongPressKeepsWorking) 
   EXPECT_EQ(screen->albumsCollectionView->tag(), 1);
 }
 
-TEST_F(DocumentVCTest, ThePreviewShowsTheDocumentAndFollowsLinksInsideIt) {
-  auto screen = open(R"({"documents": [{"name": "a.pdf"}]})");
-  tapRow(*screen, 0);
-  auto preview = std::dynamic_pointer_cast<QLPreviewController>(nav()->topViewController());
-  ASSERT_TRUE(preview);
-  EXPECT_EQ(preview->currentPreviewItem(), URL::fileURLWithPath(imported("a.pdf")));
-  EXPECT_TRUE(preview->openLink(*URL::withString("https://example.org/")));
-}
-
 TEST_F(DocumentVCTest, DeletingAFavouriteCleansTheFavouritesKeepsTheRecentsAndReportsEachFailure) {
   auto screen = open(R"({"documents": [{"name": "a.pdf"}, {"name": "b.txt"}, {"name": "c.txt"}]})");
   URL a = URL::fileURLWithPath(imported("a.pdf"));
   longPressRow(*screen, rowOf(*screen, "a.pdf"));
   press(*screen, "onFavBtn:");
   tapRow(*screen, rowOf(*screen, "a.pdf"));
-  nav()->topViewController()->performAction("backButtonPressed:", nullptr);
-  settle();
+  auto preview = std::dynamic_pointer_cast<QLPreviewController>(nav()->topViewController());
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(preview->currentPreviewItem(), a);
+  EXPECT_TRUE(preview->openLink(*URL::withString("https://example.org/"))) << "links inside are followed";
+  press(*preview, "backButtonPressed:");
   ASSERT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
 
   // Given c.txt gone behind the screen's back, when a.pdf and c.txt are deleted,

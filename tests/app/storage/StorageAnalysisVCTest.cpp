@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <thread>
 
@@ -64,18 +63,9 @@ class StorageAnalysisVCTest : public testing::SimTest {
     if (pump) settle();
     return screen;
   }
-  void closeAndSettle(StorageAnalysisVC& screen) {
-    screen.performAction("onBackBtn:", nullptr);
-    settle();
-  }
   // Moves virtual time to `t0 + seconds`.
   void at(double seconds) { advance(t0 + seconds - loop().elapsed()); }
-  size_t requests(const std::string& kind) {
-    auto calls = platform->sdkCalls();
-    return static_cast<size_t>(std::count_if(calls.begin(), calls.end(), [&](const std::string& c) {
-      return c.rfind("permission.request " + kind, 0) == 0;
-    }));
-  }
+  size_t requests(const std::string& kind) { return calls("permission.request " + kind); }
   std::vector<UIColor> colours(const StorageAnalysisVC& s, std::initializer_list<int> measured) {
     std::vector<UIColor> out(5, s.defaultColor);
     const UIColor* own[] = {&s.videoColor, &s.imageColor, &s.audioColor, &s.otherColor};
@@ -143,12 +133,9 @@ TEST_F(StorageAnalysisVCTest, ALateVideoAnswerResetsTheRemainderToItsOwnTerm) {
 }
 
 TEST_F(StorageAnalysisVCTest, OnlyAVideoAnsweredWithAFileCountsAsVideo) {
-  struct Row {
-    const char* answer;
-    std::int64_t video;
-    const char* label;
-  };
-  for (auto [answer, video, label] : {Row{"url", 50'000'000, "47.68 MB"}, Row{"composition", 0, "--"}, Row{"none", 0, "--"}}) {
+  const std::tuple<const char*, std::int64_t, const char*> rows[] = {
+      {"url", 50'000'000, "47.68 MB"}, {"composition", 0, "--"}, {"none", 0, "--"}};
+  for (auto [answer, video, label] : rows) {
     SCOPED_TRACE(answer);
     auto s = open(std::string(R"({"permissions": {"photos": 3, "music": 3}, "photos": {"assets": [
         {"id": "V1/L0/001", "mediaType": 2, "fileSize": 50000000, "video": ")") + answer + R"("}]}})");
@@ -163,7 +150,7 @@ TEST_F(StorageAnalysisVCTest, OnlyAVideoAnsweredWithAFileCountsAsVideo) {
 
 TEST_F(StorageAnalysisVCTest, LeavingDoesNotStopARunAndAVisitDuringItStartsASecond) {
   auto first = open(library());
-  closeAndSettle(*first);
+  press(*first, "onBackBtn:");
   auto asks = requests("photos");
   at(0.5);
   auto second = openAgain();
@@ -230,7 +217,7 @@ TEST_F(StorageAnalysisVCTest, ASecondVisitAfterAClosedRunTakesTheFastPathWithout
   auto first = open(library());
   at(13.0);
   ASSERT_NE(AppData::shared()->otherSpace, 0);
-  closeAndSettle(*first);
+  press(*first, "onBackBtn:");
   ASSERT_FALSE(nav()->presentedViewController());
   auto photoAsks = requests("photos"), musicAsks = requests("music");
 
@@ -251,7 +238,7 @@ TEST_F(StorageAnalysisVCTest, APhoneWithoutSongsRunsAgainAtEveryVisit) {
   at(13.0);
   EXPECT_EQ(AppData::shared()->audioSpace, 0);
   EXPECT_NE(AppData::shared()->otherSpace, 0);
-  closeAndSettle(*first);
+  press(*first, "onBackBtn:");
   auto asks = requests("photos");
   auto second = openAgain();
   EXPECT_EQ(requests("photos"), asks + 1);
@@ -302,7 +289,7 @@ TEST_F(StorageAnalysisVCTest, EveryAppearanceOffersAReadyInterstitial) {
   // The splash showed the launch's ad; close it so that a new one loads.
   FullScreenAdStage::shared().close();
   settle();
-  closeAndSettle(*s);
+  press(*s, "onBackBtn:");
   for (int visit = 0; visit < 2; ++visit) {
     SCOPED_TRACE(visit);
     auto screen = openAgain();
@@ -311,7 +298,7 @@ TEST_F(StorageAnalysisVCTest, EveryAppearanceOffersAReadyInterstitial) {
     ASSERT_TRUE(FullScreenAdStage::shared().showing());
     FullScreenAdStage::shared().close();
     settle();
-    closeAndSettle(*screen);
+    press(*screen, "onBackBtn:");
   }
 }
 
