@@ -11,6 +11,8 @@
 #include "backends/sim/SimPlatform.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/photos/PHAsset.h"
+#include "platform/photos/PHAssetCollection.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UINavigationController.h"
@@ -74,6 +76,47 @@ class SimTest : public ::testing::Test {
     screen.longPress->recognize(UIGestureRecognizerState::began, point);
     screen.longPress->recognize(UIGestureRecognizerState::ended, point);
     settle();
+  }
+  // An action as a control sends it, from the outlet named `sender` when one is given.
+  void press(UIViewController& screen, const std::string& selector, const std::string& sender = "") {
+    screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
+    settle();
+  }
+  // The screen a button of the top screen pushes, its collection laid out.
+  template <class Screen>
+  std::shared_ptr<Screen> pushedBy(const std::string& button) {
+    press(*nav()->topViewController(), button);
+    auto screen = std::dynamic_pointer_cast<Screen>(nav()->topViewController());
+    EXPECT_TRUE(screen) << button;
+    if (screen) screen->albumsCollectionView->layoutSubviews();
+    return screen;
+  }
+  std::vector<std::string> openedURLs() {
+    std::vector<std::string> out;
+    for (const auto& url : UIApplication::sharedApplication().openedURLs()) out.push_back(url.absoluteString());
+    return out;
+  }
+  // Assets and albums of the installed library by identifier, and the identifiers of a list.
+  static std::shared_ptr<PHAsset> asset(const std::string& id) {
+    return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
+  }
+  static std::vector<std::shared_ptr<PHAsset>> assets(const std::vector<std::string>& ids) {
+    return PHAsset::fetchAssetsWithLocalIdentifiers(ids, nullptr).objects();
+  }
+  static std::shared_ptr<PHAssetCollection> album(const std::string& id) {
+    return PHAssetCollection::fetchAssetCollectionsWithLocalIdentifiers({id}, nullptr)[0];
+  }
+  template <class List>
+  static std::vector<std::string> ids(const List& list) {
+    std::vector<std::string> out;
+    for (const auto& item : list) out.push_back(item->localIdentifier());
+    return out;
+  }
+  // How many calls into the outside libraries begin with `prefix`.
+  size_t calls(const std::string& prefix) {
+    size_t n = 0;
+    for (const auto& c : platform->sdkCalls()) n += c.rfind(prefix, 0) == 0;
+    return n;
   }
   bool logged(const std::string& line) {
     std::lock_guard lock(logMutex);

@@ -123,8 +123,6 @@ TEST_F(PopupMenuTest, ShowingBuildsAnOverlayWithACloserAndOneRowPerEntry) {
   auto closer = as<UIButton>(overlay->subviews()[0]);
   ASSERT_NE(closer, nullptr);
   EXPECT_EQ(closer->frame(), CGRectMake(0, 0, 390, 844));
-  EXPECT_EQ(closer->actionsForControlEvent(UIControlEvents::touchUpInside),
-            std::vector<std::string>{"dissmissViewAction"});
 
   auto m = menu();
   ASSERT_EQ(m->subviews().size(), 2u);
@@ -133,51 +131,41 @@ TEST_F(PopupMenuTest, ShowingBuildsAnOverlayWithACloserAndOneRowPerEntry) {
     ASSERT_NE(row, nullptr);
     EXPECT_EQ(row->frame(), CGRectMake(10, 40.0 * static_cast<double>(i), 118, 40));
     EXPECT_EQ(row->tag(), i);
-    EXPECT_EQ(row->titleFont(), UIFont::systemFontOfSize(15));
-    EXPECT_EQ(row->contentHorizontalAlignment(), UIControlContentHorizontalAlignment::left);
-    EXPECT_EQ(row->actionsForControlEvent(UIControlEvents::touchUpInside), std::vector<std::string>{"didPress:"});
   }
   EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"Select", "Sort by Name"}));
 }
 
-TEST_F(PopupMenuTest, PressingAnEntryClosesTheMenuThenCallsTheHandlerWithItsIndex) {
+TEST_F(PopupMenuTest, PressingAnEntryClosesTheMenuThenCallsTheHandlerAndATouchOutsideOnlyCloses) {
   bool closedWhenCalled = false;
   showPopupMenu(*screen, anchor, {"Select", "Sort by Name", "Share"}, false, false, [&](long index) {
     pressed.push_back(index);
     closedWhenCalled = popupMenuOverlay()->isHidden() && popupMenuEntries().empty();
   });
 
+  EXPECT_FALSE(pressPopupMenuEntry(3)) << "no such entry";
+  EXPECT_FALSE(pressPopupMenuEntry(-1));
   EXPECT_TRUE(pressPopupMenuEntry(2));
-
   EXPECT_EQ(pressed, std::vector<long>{2});
   EXPECT_TRUE(closedWhenCalled);
   EXPECT_TRUE(popupMenuOverlay()->subviews().empty());
   EXPECT_FALSE(pressPopupMenuEntry(0)) << "nothing left to press";
   EXPECT_FALSE(dismissPopupMenu());
-  EXPECT_EQ(pressed.size(), 1u);
-}
 
-TEST_F(PopupMenuTest, ATouchOutsideClosesWithoutTheHandler) {
+  // A touch outside closes without the handler.
   show({"Select", "Share"});
-  EXPECT_FALSE(pressPopupMenuEntry(2)) << "no such entry";
-  EXPECT_FALSE(pressPopupMenuEntry(-1));
-
   EXPECT_TRUE(dismissPopupMenu());
-
-  EXPECT_TRUE(pressed.empty());
+  EXPECT_EQ(pressed, std::vector<long>{2});
   EXPECT_TRUE(popupMenuOverlay()->isHidden());
   EXPECT_TRUE(popupMenuOverlay()->subviews().empty());
   EXPECT_TRUE(popupMenuEntries().empty());
 }
 
 TEST_F(PopupMenuTest, TheNextMenuReplacesTheKeptHandlerAndTheShownMenuEvenFromAHandler) {
-  // Given a menu closed without a choice, then a second menu over a third
+  // A menu closed without a choice, then a second menu over a third: only the last one answers.
   showPopupMenu(*screen, anchor, {"A0", "A1"}, false, false, recorder(100));
   dismissPopupMenu();
   showPopupMenu(*screen, anchor, {"B0", "B1"}, false, false, recorder(200));
   showPopupMenu(*screen, anchor, {"C0", "C1", "C2"}, false, false, recorder(300));
-
-  // Then only the last one shows and answers
   EXPECT_EQ(popupMenuEntries(), (std::vector<std::string>{"C0", "C1", "C2"}));
   EXPECT_EQ(popupMenuOverlay()->subviews().size(), 2u);
   pressPopupMenuEntry(1);
@@ -221,11 +209,8 @@ TEST_F(PopupMenuTest, OneOverlayMovesBetweenScreensUntilThePlatformIsReset) {
 }
 
 TEST_F(PopupMenuTest, AClosedScreenLeavesTheMenuInert) {
-  // Given a menu on a screen that then goes away with its view
   show({"Select"});
   screen.reset();
-
-  // Then there is nothing to press and no handler runs
   EXPECT_TRUE(popupMenuEntries().empty());
   EXPECT_FALSE(pressPopupMenuEntry(0));
   EXPECT_FALSE(dismissPopupMenu());

@@ -14,7 +14,7 @@ namespace {
 
 class UnusedPlacementsTest : public testing::SimTest {};
 
-TEST_F(UnusedPlacementsTest, ABannerShowsItsHostWhileAnAdStandsAndLogsEachCallback) {
+TEST_F(UnusedPlacementsTest, ABannerShowsItsHostWhileAnAdStandsAndATemplateAdIsPinnedOverItsHost) {
   start();
   auto banner = std::make_shared<AppLovinBannerAd>();
   banner->view = std::make_shared<UIView>();
@@ -26,10 +26,8 @@ TEST_F(UnusedPlacementsTest, ABannerShowsItsHostWhileAnAdStandsAndLogsEachCallba
   EXPECT_EQ(takeLog(), (std::vector<std::string>{"\"didLoad(_:)\"", "\"didHide(_:)\"", "\"didExpand(_:)\""}));
   banner->view.reset();
   EXPECT_DEATH(banner->didFailToDisplayAd(MAAd{}, MAError{}), "Unexpectedly found nil");
-}
 
-TEST_F(UnusedPlacementsTest, ATemplateAdIsPinnedOverItsHostByFourConstraints) {
-  start();
+  // A template ad is pinned over its host by four constraints.
   auto placement = std::make_shared<AppLovinNativeAdTemplate>();
   placement->view = std::make_shared<UIView>(CGRectMake(0, 0, 300, 100));
   placement->view->setHidden(true);

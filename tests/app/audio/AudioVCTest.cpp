@@ -19,24 +19,20 @@ namespace nimbrel {
 namespace {
 
 // "Sea": two songs called "Blue" and one only in the cloud; "One": one song without artwork.
-constexpr const char* kLibrary = R"({"now": "2026-11-22T10:00:00Z", %PERMS% "music": {"songs": [
+std::string library(const std::string& permissions = "") {
+  return R"({"now": "2026-11-22T10:00:00Z", )" + permissions + R"("music": {"songs": [
   {"persistentID": "11", "title": "Blue", "albumTitle": "Sea", "duration": 61.9, "fileSize": 4800000,
    "dateAdded": "2025-01-02T03:04:00Z"},
   {"persistentID": "12", "title": "Blue", "albumTitle": "Sea", "duration": 10},
   {"persistentID": "13", "title": "Cloud", "albumTitle": "Sea", "hasAssetURL": false},
   {"persistentID": "21", "title": "Solo", "albumTitle": "One", "artwork": false}]}})";
+}
 
 class AudioVCTest : public testing::SimTest {
  protected:
-  std::shared_ptr<AudioVC> open(const std::string& permissions = "") {
-    std::string fixture = kLibrary;
-    fixture.replace(fixture.find("%PERMS%"), 7, permissions);
+  std::shared_ptr<AudioVC> open(const std::string& fixture = library()) {
     launchToHome(fixture);
-    nav()->topViewController()->performAction("onAudioBtn:", nullptr);
-    settle();
-    auto screen = std::dynamic_pointer_cast<AudioVC>(nav()->topViewController());
-    if (screen) screen->albumsCollectionView->layoutSubviews();
-    return screen;
+    return pushedBy<AudioVC>("onAudioBtn:");
   }
   std::shared_ptr<albumsCollectionViewCell> cell(AudioVC& screen, long row) {
     screen.albumsCollectionView->layoutSubviews();
@@ -51,20 +47,10 @@ class AudioVCTest : public testing::SimTest {
   }
 };
 
-TEST_F(AudioVCTest, AlbumsListWithSongCountsAndArtworkOrThePlaceholder) {
-  auto screen = open();
-  ASSERT_TRUE(screen);
-  ASSERT_EQ(screen->albumsCollectionView->numberOfItemsInSection(0), 2);
-  auto sea = cell(*screen, 0), one = cell(*screen, 1);
-  EXPECT_EQ(*sea->lblAlbumName->text() + " " + *sea->lblNoOfItems->text(), "Sea 3 Songs");
-  EXPECT_EQ(*one->lblNoOfItems->text(), "1 Songs");
-  EXPECT_TRUE(sea->albumImg->image()->isPixels());
-  EXPECT_EQ(one->albumImg->image()->name(), "ic_music_placeholder");
-  EXPECT_FALSE(screen->btnMrnu->isHidden());
-}
-
+// The album rows, the song rows in the list and a tap that plays and is remembered are the e2e
+// music_album_song_player scenario's.
 TEST_F(AudioVCTest, RefusedMusicShowsTheAlertAndLeavesAScreenWithoutRowsOrGestures) {
-  auto screen = open(R"("permissions": {"music": 1}, )");
+  auto screen = open(library(R"("permissions": {"music": 1}, )"));
   auto alert = std::dynamic_pointer_cast<UIAlertController>(nav()->presentedViewController());
   ASSERT_TRUE(alert);
   EXPECT_EQ(alert->alertTitle(), "Can not access Music Library!");
@@ -75,13 +61,16 @@ TEST_F(AudioVCTest, RefusedMusicShowsTheAlertAndLeavesAScreenWithoutRowsOrGestur
   EXPECT_EQ(screen->albumsCollectionView->gestureRecognizers().size(), 0u);
 }
 
-TEST_F(AudioVCTest, SongsListWithSizesAndDatesAndATapPlaysAndRemembersOnlySongsOnTheDevice) {
+TEST_F(AudioVCTest, AnAlbumCountsItsCloudSongsAndOnlySongsOnTheDevicePlay) {
   auto screen = open();
+  ASSERT_TRUE(screen);
+  auto sea = cell(*screen, 0);
+  EXPECT_EQ(*sea->lblAlbumName->text() + " " + *sea->lblNoOfItems->text(), "Sea 3 Songs");
+  EXPECT_TRUE(sea->albumImg->image()->isPixels());
+  EXPECT_FALSE(screen->btnMrnu->isHidden());
   tapRow(*screen, 0);
   ASSERT_EQ(screen->songList.size(), 3u);
-  EXPECT_EQ(screen->lbSubFolderName->text(), "Sea");
   EXPECT_EQ(screen->photoViewModel->items[0]->item.duration, 61);
-  EXPECT_EQ(*cell(*screen, 0)->lblNoOfItems->text(), "2 Jan 2025 03:04    4.58 MB") << "a first run lists";
   screen->performAction("onGridOrListBtn:", nullptr);
   EXPECT_EQ(*cell(*screen, 0)->lblNoOfItems->text(), "4.58 MB");
 
@@ -92,9 +81,7 @@ TEST_F(AudioVCTest, SongsListWithSizesAndDatesAndATapPlaysAndRemembersOnlySongsO
   auto player = std::dynamic_pointer_cast<MusicPlayerVC>(nav()->presentedViewController());
   ASSERT_TRUE(player);
   EXPECT_EQ(player->song->persistentID(), 11u);
-  ASSERT_EQ(AppData::shared()->recentFiles.size(), 1u);
-  EXPECT_EQ(AppData::shared()->recentFiles[0].url.absoluteString(), "ipod-library://item/item.mp3?id=11");
-  EXPECT_EQ(AppData::shared()->recentFiles[0].filetype, FileType::music);
+  EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u);
 }
 
 TEST_F(AudioVCTest, SharingTwoSongsOfOneNameOffersOnePathTwiceBeforeTheExportsRun) {
@@ -120,15 +107,13 @@ TEST_F(AudioVCTest, FavouritesSkipCloudSongsAndInfoDescribesOneOrSeveral) {
   auto screen = open();
   tapRow(*screen, 0);
   select(*screen, {1, 2});
-  screen->performAction("onFavBtn:", nullptr);
-  settle();
+  press(*screen, "onFavBtn:");
   ASSERT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
   EXPECT_EQ(AppData::shared()->FavouriteFiles[0].url.absoluteString(), "ipod-library://item/item.mp3?id=12");
   EXPECT_FALSE(screen->isSelectionModeOn());
 
   select(*screen, {0});
-  screen->performAction("onInfoBtn:", nullptr);
-  settle();
+  press(*screen, "onInfoBtn:");
   auto one = std::dynamic_pointer_cast<InfoViewController>(nav()->presentedViewController());
   ASSERT_TRUE(one);
   EXPECT_EQ(one->model.name, "Blue");
@@ -136,8 +121,7 @@ TEST_F(AudioVCTest, FavouritesSkipCloudSongsAndInfoDescribesOneOrSeveral) {
   nav()->dismissViewControllerAnimated(false, nullptr);
   settle();
   tapRow(*screen, 1);
-  screen->performAction("onInfoBtn:", nullptr);
-  settle();
+  press(*screen, "onInfoBtn:");
   auto several = std::dynamic_pointer_cast<PhotosInfoVC>(nav()->presentedViewController());
   ASSERT_TRUE(several);
   EXPECT_EQ(several->models.size(), 2u);
@@ -148,8 +132,7 @@ TEST_F(AudioVCTest, BackToTheAlbumsKeepsTheLoadedListAndEndsSelection) {
   auto albums = screen->viewModel;
   tapRow(*screen, 1);
   select(*screen, {0});
-  screen->performAction("onMainFolderBtn:", nullptr);
-  settle();
+  press(*screen, "onMainFolderBtn:");
   EXPECT_TRUE(screen->isAlBumsDisplay);
   EXPECT_EQ(screen->viewModel, albums) << "not read again";
   EXPECT_TRUE(screen->tap->isEnabled());
@@ -159,10 +142,7 @@ TEST_F(AudioVCTest, BackToTheAlbumsKeepsTheLoadedListAndEndsSelection) {
 }
 
 TEST_F(AudioVCTest, ALengthBeyondAnIntegerEndsTheSongLoad) {
-  launchToHome(R"({"music": {"songs": [{"persistentID": "1", "albumTitle": "A", "duration": 1e300}]}})");
-  nav()->topViewController()->performAction("onAudioBtn:", nullptr);
-  settle();
-  auto screen = std::dynamic_pointer_cast<AudioVC>(nav()->topViewController());
+  auto screen = open(R"({"music": {"songs": [{"persistentID": "1", "albumTitle": "A", "duration": 1e300}]}})");
   ASSERT_TRUE(screen);
   EXPECT_DEATH(tapRow(*screen, 0), "outside the representable range");
 }

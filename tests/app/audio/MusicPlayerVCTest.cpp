@@ -20,10 +20,6 @@ class MusicPlayerVCTest : public testing::SimTest {
     settle();
     return player;
   }
-  void press(MusicPlayerVC& screen, const std::string& selector) {
-    screen.performAction(selector, nullptr);
-    settle();
-  }
   std::string shown(const MusicPlayerVC& s) { return *s.lblTime->text() + " / " + *s.lblTotalTime->text(); }
 };
 
@@ -50,7 +46,6 @@ TEST_F(MusicPlayerVCTest, TheCounterTicksOnItsOwnClockAndWrapsAtTheEnd) {
   advance(1);
   EXPECT_EQ(screen->currentTime, 1);
   EXPECT_FALSE(screen->player->isPlaying()) << "the sound stopped at the end; nothing listens for it";
-  EXPECT_EQ(*screen->lblSongTitle->text() + "/" + *screen->lblArtist->text(), "Blue/Ana");
 }
 
 TEST_F(MusicPlayerVCTest, JumpsStopAtBothEndsAndKeepThePausedState) {
@@ -59,7 +54,6 @@ TEST_F(MusicPlayerVCTest, JumpsStopAtBothEndsAndKeepThePausedState) {
   advance(10);
   press(*screen, "btnLessTime:");
   EXPECT_EQ(screen->currentTime, 0);
-  EXPECT_EQ(*screen->lblTime->text(), "00:00");
   EXPECT_DOUBLE_EQ(screen->player->currentTime(), 0);
   screen->currentTime = 110;
   press(*screen, "btnAddTime:");
@@ -79,24 +73,34 @@ TEST_F(MusicPlayerVCTest, JumpsStopAtBothEndsAndKeepThePausedState) {
   EXPECT_EQ(screen->currentTime, 15) << "no timer while paused";
 }
 
-TEST_F(MusicPlayerVCTest, TheSliderDuringAPauseBringsTheSoundBackUnderAStandingCounter) {
+// The slider's text and the sound it brings back are the e2e music_album_song_player scenario's.
+TEST_F(MusicPlayerVCTest, TheSliderDuringAPauseBringsTheSoundBackUnderAStandingCounterAndClosingPauses) {
   auto screen = play(R"({"persistentID": "7", "duration": 200})");
   advance(5);
   press(*screen, "btnPlay:");
   screen->sliderOutlet->setValue(30.7f);
   screen->performAction("sliderValueChange:", screen->sliderOutlet);
   settle();
-  EXPECT_EQ(*screen->lblTime->text(), "00:30");
-  EXPECT_TRUE(screen->player->isPlaying());
   EXPECT_DOUBLE_EQ(screen->player->currentTime(), 30) << "the seek lands on the whole second";
   EXPECT_TRUE(screen->isPlay);
-  EXPECT_EQ(screen->btnPlayOutlet->currentImage()->name(), "play");
   advance(3);
   EXPECT_EQ(*screen->lblTime->text(), "00:30") << "the counter stands under the running song";
   press(*screen, "btnPlay:");
   advance(1);
   EXPECT_EQ(*screen->lblTime->text(), "00:31");
   EXPECT_EQ(screen->btnPlayOutlet->currentImage()->name(), "pause");
+
+  // Closing pauses, but the timer keeps the dismissed screen ticking.
+  press(*screen, "btnClose:");
+  advance(1);
+  EXPECT_FALSE(nav()->presentedViewController());
+  EXPECT_FALSE(screen->player->isPlaying());
+  long before = screen->currentTime;
+  std::weak_ptr<MusicPlayerVC> weak = screen;
+  screen.reset();
+  advance(3);
+  ASSERT_FALSE(weak.expired()) << "the timer holds the dismissed screen";
+  EXPECT_EQ(weak.lock()->currentTime, before + 3);
 }
 
 TEST_F(MusicPlayerVCTest, ArtworkGivesTheBannerAndABlurredBackdropAndItsAbsenceThePlaceholder) {
@@ -114,21 +118,6 @@ TEST_F(MusicPlayerVCTest, ArtworkGivesTheBannerAndABlurredBackdropAndItsAbsenceT
   auto unrenderable = play(R"({"persistentID": "7", "duration": 10, "artwork": "unrenderable"})");
   EXPECT_EQ(unrenderable->ivSongBanner->image()->name(), "ic_music_placeholder");
   EXPECT_TRUE(unrenderable->ivBg->image()->isPixels()) << "the placeholder is blurred for the backdrop";
-}
-
-TEST_F(MusicPlayerVCTest, ClosingPausesButTheTimerKeepsTheScreenTicking) {
-  auto screen = play(R"({"persistentID": "7", "duration": 100})");
-  advance(2);
-  press(*screen, "btnClose:");
-  advance(1);
-  EXPECT_FALSE(nav()->presentedViewController());
-  EXPECT_FALSE(screen->player->isPlaying());
-  long before = screen->currentTime;
-  std::weak_ptr<MusicPlayerVC> weak = screen;
-  screen.reset();
-  advance(3);
-  ASSERT_FALSE(weak.expired()) << "the timer holds the dismissed screen";
-  EXPECT_EQ(weak.lock()->currentTime, before + 3);
 }
 
 TEST_F(MusicPlayerVCTest, ASongWithoutAddressOrReadableLengthEndsTheProcess) {

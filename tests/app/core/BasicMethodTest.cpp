@@ -25,20 +25,18 @@ class BasicMethodTest : public testing::SimTest {
 TEST_F(BasicMethodTest, AFreshInstallHasNoListWhichDiffersFromAnEmptyOne) {
   EXPECT_FALSE(loadRecentFiles());
   EXPECT_FALSE(loadFavouriteFiles());
+  AppData::shared()->recentFiles.push_back(File{url("file:///kept"), Date{1}, FileType::docs});
+  refreshRecentFiles();
+  EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u) << "nothing stored leaves the memory list alone";
   saveRecentFiles({});
   auto read = loadRecentFiles();
   ASSERT_TRUE(read);
   EXPECT_TRUE(read->empty());
   EXPECT_TRUE(defaults().dataForKey("recentFiles")) << "an emptied list keeps its key";
+  refreshRecentFiles();
+  EXPECT_TRUE(AppData::shared()->recentFiles.empty()) << "an empty stored list is read as empty";
   defaults().setObject(PlistValue("a string"), "favFiles");
   EXPECT_FALSE(loadFavouriteFiles()) << "a value that is no data counts as nothing stored";
-}
-
-TEST_F(BasicMethodTest, SavingWritesTheWholeListThroughAtOnce) {
-  int before = saves();
-  saveFavouriteFiles({File{url("file:///a"), Date{1}, FileType::docs}});
-  EXPECT_EQ(saves(), before + 1) << "synchronised without waiting for the debounce";
-  EXPECT_EQ(platform->preferencesStore().stored().size(), 1u);
 }
 
 TEST_F(BasicMethodTest, OpeningTheSameItemThreeTimesStoresThreeAndTheFoldKeepsTheNewest) {
@@ -80,8 +78,16 @@ TEST_F(BasicMethodTest, FavouritesFoldToTheOldestAndAddressesDifferingByQuerySta
   EXPECT_EQ(favourites[1].url.absoluteString(), "assets-library://asset/asset.JPG?id=A&extMOV");
 }
 
-TEST_F(BasicMethodTest, AddingFavouritesSkipsNonUrlsAndSpeaksOnce) {
+TEST_F(BasicMethodTest, AddingFavouritesSkipsNonUrlsSpeaksOnceAndWritesThroughAtOnce) {
+  int before = saves();
+  addFavouriteFiles(std::vector<std::string>{}, FileType::docs);
+  settle();
+  EXPECT_EQ(saves(), before) << "adding none writes and says nothing";
+  EXPECT_FALSE(SVProgressHUD::state().visible);
+  EXPECT_FALSE(loadFavouriteFiles());
   addFavouriteFiles({"file:///a.pdf", "not a url", "file:///b.pdf"}, FileType::docs);
+  EXPECT_EQ(saves(), before + 1) << "synchronised without waiting for the debounce";
+  EXPECT_EQ(platform->preferencesStore().stored().size(), 1u);
   settle();
   EXPECT_EQ(addresses(AppData::shared()->FavouriteFiles),
             (std::vector<std::string>{"file:///a.pdf", "file:///b.pdf"}));
@@ -89,24 +95,6 @@ TEST_F(BasicMethodTest, AddingFavouritesSkipsNonUrlsAndSpeaksOnce) {
   EXPECT_EQ(hud.kind, SVProgressHUD::Kind::success);
   EXPECT_EQ(hud.status, "Mark as Favourite....");
   EXPECT_EQ(addresses(*loadFavouriteFiles()), addresses(AppData::shared()->FavouriteFiles));
-}
-
-TEST_F(BasicMethodTest, AddingNoFavouritesWritesAndSaysNothing) {
-  int before = saves();
-  addFavouriteFiles(std::vector<std::string>{}, FileType::docs);
-  settle();
-  EXPECT_EQ(saves(), before);
-  EXPECT_FALSE(SVProgressHUD::state().visible);
-  EXPECT_FALSE(loadFavouriteFiles());
-}
-
-TEST_F(BasicMethodTest, RefreshingWithNothingStoredLeavesTheMemoryListAlone) {
-  AppData::shared()->recentFiles.push_back(File{url("file:///kept"), Date{1}, FileType::docs});
-  refreshRecentFiles();
-  EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u);
-  saveRecentFiles({});
-  refreshRecentFiles();
-  EXPECT_TRUE(AppData::shared()->recentFiles.empty()) << "an empty stored list is stored as empty";
 }
 
 TEST_F(BasicMethodTest, ExclusionComparesWholeAddresses) {

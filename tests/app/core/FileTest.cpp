@@ -42,7 +42,7 @@ TEST(FileTest, EncodesUrlAsItsRelativeStringAndKeepsTheDateToFullPrecision) {
   EXPECT_FALSE(encoded.find("url")->find("base"));
 }
 
-TEST(FileTest, DecodingIsStrictAboutKeysTypesAndKinds) {
+TEST(FileTest, DecodingIsStrictAboutKeysTypesAndKindsAndResolvesABase) {
   struct Case {
     const char* what;
     std::function<void(PlistValue&)> damage;
@@ -72,9 +72,16 @@ TEST(FileTest, DecodingIsStrictAboutKeysTypesAndKinds) {
   PlistValue withExtra(goodRecord());
   withExtra.set("comment", "ignored");
   EXPECT_TRUE(std::holds_alternative<File>(File::decode(withExtra))) << "unknown keys are ignored";
+  PlistValue based(goodRecord());
+  based.set("url", PlistValue(PlistValue::Dictionary{
+                       {"relative", "report.pdf"},
+                       {"base", PlistValue(PlistValue::Dictionary{{"relative", "file:///home/u/Documents/"}})}}));
+  auto resolved = File::decode(based);
+  ASSERT_TRUE(std::holds_alternative<File>(resolved));
+  EXPECT_EQ(std::get<File>(resolved).url.absoluteString(), "file:///home/u/Documents/report.pdf") << "a base is resolved";
 }
 
-TEST(FileTest, OneBadRecordFailsTheWholeList) {
+TEST(FileTest, OneBadRecordOrARootThatIsNoArrayOrNoPropertyListFailsTheWholeList) {
   PlistValue::Array list{PlistValue(goodRecord()), PlistValue(goodRecord())};
   list[1].set("filetype", "song");
   auto bytes = PropertyListEncoderForTest(PlistValue(list));
@@ -82,22 +89,9 @@ TEST(FileTest, OneBadRecordFailsTheWholeList) {
   ASSERT_TRUE(std::holds_alternative<DecodingError>(result));
   EXPECT_EQ(std::get<DecodingError>(result).localizedDescription(),
             "The data couldn\u2019t be read because it isn\u2019t in the correct format.");
-}
-
-TEST(FileTest, ARootThatIsNoArrayOrNoPropertyListIsCorrupt) {
   EXPECT_TRUE(std::holds_alternative<DecodingError>(decodeFiles(PropertyListEncoderForTest(PlistValue(goodRecord())))));
   EXPECT_TRUE(std::holds_alternative<DecodingError>(decodeFiles(Data{'b', 'p', 'l', 'i', 's', 't'})));
   EXPECT_TRUE(std::holds_alternative<DecodingError>(decodeFiles(Data{})));
-}
-
-TEST(FileTest, AUrlWithABaseIsResolved) {
-  PlistValue v(goodRecord());
-  v.set("url", PlistValue(PlistValue::Dictionary{
-                   {"relative", "report.pdf"},
-                   {"base", PlistValue(PlistValue::Dictionary{{"relative", "file:///home/u/Documents/"}})}}));
-  auto result = File::decode(v);
-  ASSERT_TRUE(std::holds_alternative<File>(result));
-  EXPECT_EQ(std::get<File>(result).url.absoluteString(), "file:///home/u/Documents/report.pdf");
 }
 
 TEST(FileTest, AssetAddressesTakeTheIdentifierUpToItsFirstSlash) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/core/AppData.h"
 #include "app/core/ApplicationMain.h"
 #include "app/core/BasicMethod.h"
 #include "app/core/RecentFilesCollectionViewCell.h"
@@ -10,8 +9,6 @@
 #include "app/VC/PopupMenu.h"
 #include "app/media/Fetch.h"
 #include "app/media/ImagesVC.h"
-#include "app/storage/StorageAnalysisVC.h"
-#include "app/core/SettingVC.h"
 #include "platform/ads/MANativeAdView.h"
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/UIApplication.h"
@@ -87,55 +84,29 @@ class HomeViewControllerTest : public testing::SimTest {
     }
     return rows;
   }
-  void press(UIViewController& screen, const std::string& selector, const std::string& sender = "") {
-    screen.performAction(selector, sender.empty() ? nullptr : screen.outlet(sender));
-  }
 };
 
-// The plain case is the e2e home_storage_line scenario's.
-TEST_F(HomeViewControllerTest, TheStorageLineIsUsedOverCapacityFromTheVolumeFigures) {
-  struct Row {
-    const char* volume;
-    const char* line;
-  };
-  const Row rows[] = {
-      {R"({"size": 64000000000, "free": 1000000000, "importantAvailable": 100000000})", "63.9 GB / 64 GB"},
-      // An unreadable size counts as 0 and the line is still built.
-      {R"({"size": null, "free": 1000000000, "importantAvailable": 2000000000})", "-2 GB / 0 B"},
-  };
-  for (const auto& row : rows) {
-    auto home = launchHome(std::string(R"({"volume": )") + row.volume + "}");
-    EXPECT_EQ(home->lblInternalStorage->text(), row.line) << row.volume;
-    platform.reset();
-  }
+// The plain line is the e2e home_storage_line scenario's; an unreadable size counts as 0 and the
+// line is still built.
+TEST_F(HomeViewControllerTest, AnUnreadableVolumeSizeCountsAsZeroInTheStorageLine) {
+  auto home = launchHome(R"({"volume": {"size": null, "free": 1000000000, "importantAvailable": 2000000000}})");
+  EXPECT_EQ(home->lblInternalStorage->text(), "-2 GB / 0 B");
 }
-TEST_F(HomeViewControllerTest, AFreshInstallLeavesTheStripViewAsLaidOutUntilAFirstRecentIsStored) {
-  // Given no stored list at all
+TEST_F(HomeViewControllerTest, AFreshInstallLeavesTheStripAsLaidOutAndEachAppearanceReadsTheListFolded) {
   auto home = launchHome();
   ASSERT_FALSE(defaults().valueForKey(kRecentFilesKey));
-  // Then the strip's view stands as the scene made it and the strip was never reloaded
   EXPECT_FALSE(home->recentFilesView->isHidden());
   EXPECT_EQ(home->recentFileCollectionView->reloadCount(), 0);
   EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 0);
-
-  // When an item is opened elsewhere and the user comes back
-  addRecentFile(*URL::withString("file:///report.pdf"), FileType::docs);
+  // A list changed behind the screen's back is read again, folded, on return.
+  saveRecentFiles({File{*URL::withString("file:///a.pdf"), Date{30}, FileType::docs},
+                   File{*URL::withString("file:///a.pdf"), Date{20}, FileType::docs},
+                   File{*URL::withString("file:///c.zip"), Date{10}, FileType::docs}});
   comeBack();
-  // Then the strip shows it
   EXPECT_FALSE(home->recentFilesView->isHidden());
   EXPECT_EQ(home->recentFileCollectionView->reloadCount(), 1);
-  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 1);
-  EXPECT_EQ(cellAt(*home, 0).image, "icon_pdf");
-}
-
-TEST_F(HomeViewControllerTest, TheStripReadsTheStoredListFoldedAtEachAppearance) {
-  auto home = launchHome(withRecents(recent("file:///a.pdf", "docs", 30) + "," + recent("file:///a.pdf", "docs", 20)));
-  EXPECT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 1);
-  // A list changed behind the screen's back is read again on return.
-  saveRecentFiles({File{*URL::withString("file:///b.txt"), Date::now(), FileType::docs},
-                   File{*URL::withString("file:///c.zip"), Date::now(), FileType::docs}});
-  comeBack();
   ASSERT_EQ(home->recentFileCollectionView->numberOfItemsInSection(0), 2);
+  EXPECT_EQ(cellAt(*home, 0).image, "icon_pdf");
   EXPECT_EQ(cellAt(*home, 1).image, "icon_zip");
 }
 
@@ -146,10 +117,6 @@ TEST_F(HomeViewControllerTest, ClearingHidesTheStripForGoodAndSaysSoEvenWhenTher
   press(*home, "onMenuBtn:", "btnMenu");
   pressPopupMenuEntry(0);
   settle();
-  EXPECT_TRUE(AppData::shared()->recentFiles.empty());
-  auto stored = loadRecentFiles();
-  ASSERT_TRUE(stored) << "an empty list is stored, not the key removed";
-  EXPECT_TRUE(stored->empty());
   EXPECT_EQ(home->recentFileCollectionView->reloadCount(), reloads + 1);
   advance(5);
   comeBack();
@@ -190,48 +157,43 @@ TEST_F(HomeViewControllerTest, TheMoreMarkSitsOnOneRowByIdiomWhateverTheListLeng
   }
 }
 
-TEST_F(HomeViewControllerTest, DocumentCellsShowTheIconOfTheExtensionAndKeepTheNameHidden) {
+// Every cell keeps its name hidden. Documents show the icon of their extension; pictures and
+// artwork fill the 111-point image view (the short side fits, the long one overflows), a video
+// recorded as a photo like a photo.
+TEST_F(HomeViewControllerTest, EachKindOfCellShowsItsIconOrThumbnailAndKeepsTheNameHidden) {
   struct Row {
     const char* url;
-    const char* icon;
+    const char* kind;
+    const char* image;
     const char* name;
   };
   const Row rows[] = {
-      {"file:///x/report.pdf", "icon_pdf", "report.pdf"},
-      {"file:///x/song.m4a", "icon_music1", "song.m4a"},
-      {"file:///x/model.blend", "file_other", "model.blend"},
-      {"file:///x/photo.jpeg", "file_other", "photo.jpeg"},
-      {"file:///x/README", "icon_folder", "README"},
+      // Pictures arrive later: only the cells on screen, the first three, receive them.
+      {"assets-library://asset/asset.MOV?id=V1&extMOV", "photo", "pixels:197x111", "CLIP.MOV"},
+      {"assets-library://asset/asset.JPG?id=P1&extJPG", "video", "pixels:148x111", "IMG_7.JPG"},
+      {"file:///x/report.pdf", "docs", "icon_pdf", "report.pdf"},
+      {"file:///x/README", "docs", "icon_folder", "README"},  // no extension
+      {"ipod-library://item/item.mp3?id=1311234567890123", "music", "pixels:111x111", "Blue"},
+      {"ipod-library://item/item.mp3?id=2000000000000002", "music", "ic_music_placeholder", ""},
   };
   std::string records;
-  for (const auto& row : rows) records += (records.empty() ? "" : ",") + recent(row.url, "docs");
-  auto home = launchHome(withRecents(records));
-  for (long i = 0; i < static_cast<long>(std::size(rows)); ++i) {
-    auto look = cellAt(*home, i);
-    EXPECT_EQ(look.image, rows[i].icon) << rows[i].url;
-    EXPECT_EQ(look.name, rows[i].name) << rows[i].url;
-    EXPECT_TRUE(look.nameHidden);
-    EXPECT_EQ(look.cornerRadius, 25);
-    EXPECT_EQ(look.background, std::optional<UIColor>(UIColor::clearColor()));
-  }
-}
-
-TEST_F(HomeViewControllerTest, AVideoRecordedAsAPhotoShowsItsThumbnailLikeAPhoto) {
-  auto home = launchHome(withRecents(
-      recent("assets-library://asset/asset.MOV?id=V1&extMOV", "photo") + "," +
-          recent("assets-library://asset/asset.JPG?id=P1&extJPG", "video"),
-      R"("photos": {"assets": [
+  for (const auto& row : rows) records += (records.empty() ? "" : ",") + recent(row.url, row.kind);
+  auto home = launchHome(withRecents(records, R"("photos": {"assets": [
           {"id": "V1/L0/001", "mediaType": 2, "width": 1920, "height": 1080, "filename": "CLIP.MOV"},
-          {"id": "P1/L0/001", "filename": "IMG_7.JPG"}]}, )"));
+          {"id": "P1/L0/001", "filename": "IMG_7.JPG"}]},
+      "music": {"songs": [
+          {"persistentID": "1311234567890123", "title": "Blue", "fileSize": 10, "artwork": true},
+          {"persistentID": "2000000000000002", "title": null, "fileSize": 10, "artwork": false}]}, )"));
   settle();
-  // The 111-point image view at aspect fill: the short side fits, the long one overflows.
-  auto video = cellAt(*home, 0);
-  EXPECT_EQ(video.image, "pixels:197x111");
-  EXPECT_EQ(video.name, "CLIP.MOV");
-  EXPECT_TRUE(video.nameHidden);
-  auto photo = cellAt(*home, 1);
-  EXPECT_EQ(photo.image, "pixels:148x111");
-  EXPECT_EQ(photo.name, "IMG_7.JPG");
+  for (long i = 0; i < static_cast<long>(std::size(rows)); ++i) {
+    SCOPED_TRACE(rows[i].url);
+    auto look = cellAt(*home, i);
+    EXPECT_EQ(look.image, rows[i].image);
+    EXPECT_EQ(look.name, rows[i].name);
+    EXPECT_TRUE(look.nameHidden);
+  }
+  EXPECT_EQ(cellAt(*home, 0).cornerRadius, 25);
+  EXPECT_EQ(cellAt(*home, 0).background, std::optional<UIColor>(UIColor::clearColor()));
 }
 
 TEST_F(HomeViewControllerTest, AReusedCellKeepsItsLatestThumbnailRequestInTheTag) {
@@ -250,99 +212,25 @@ TEST_F(HomeViewControllerTest, AReusedCellKeepsItsLatestThumbnailRequestInTheTag
   EXPECT_EQ(cell->fileImg->image()->describe(), "pixels:148x111");
 }
 
-TEST_F(HomeViewControllerTest, MusicCellsShowArtworkOrThePlaceholderAndTheTitle) {
-  auto home = launchHome(withRecents(
-      recent("ipod-library://item/item.mp3?id=1311234567890123", "music") + "," +
-          recent("ipod-library://item/item.mp3?id=2000000000000002", "music"),
-      R"("music": {"songs": [
-          {"persistentID": "1311234567890123", "title": "Blue", "fileSize": 10, "artwork": true},
-          {"persistentID": "2000000000000002", "title": null, "fileSize": 10, "artwork": false}]}, )"));
-  auto withArt = cellAt(*home, 0);
-  EXPECT_EQ(withArt.image, "pixels:111x111") << "artwork at the image view's frame size";
-  EXPECT_EQ(withArt.name, "Blue");
-  EXPECT_TRUE(withArt.nameHidden);
-  auto without = cellAt(*home, 1);
-  EXPECT_EQ(without.image, "ic_music_placeholder");
-  EXPECT_EQ(without.name, "");
-}
-
-TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndPushHalfASecondLater) {
+TEST_F(HomeViewControllerTest, TheImagesButtonsSetTheSharedFetchAndEachPressPushesItsScreenHalfASecondLater) {
   auto home = launchHome();
-  struct Row {
-    const char* selector;
-    MediaTypes type;
-  };
-  for (auto [selector, type] : {Row{"onVideoBtn:", MediaTypes::video}, Row{"onImagesBtn:", MediaTypes::image}}) {
-    SCOPED_TRACE(selector);
-    press(*home, selector);
-    EXPECT_EQ(Fetch::shared()->assets()->supportedMediaTypes(), std::set<MediaTypes>{type}) << "set at the press";
-    advance(0.49);
-    EXPECT_EQ(nav()->viewControllers().size(), 2u);
-    advance(0.01);
-    auto images = std::dynamic_pointer_cast<ImagesVC>(nav()->topViewController());
-    ASSERT_TRUE(images);
-    EXPECT_EQ(images->mediatype, type);
-    nav()->popViewControllerAnimated(false);
-    settle();
-  }
-}
-
-TEST_F(HomeViewControllerTest, RepeatedPressesWithinThePauseEachPushAScreen) {
-  auto home = launchHome();
-  press(*home, "onImagesBtn:");
+  auto images = [&](size_t i) { return std::dynamic_pointer_cast<ImagesVC>(nav()->viewControllers().at(i)); };
+  press(*home, "onVideoBtn:");
+  EXPECT_EQ(Fetch::shared()->assets()->supportedMediaTypes(), std::set<MediaTypes>{MediaTypes::video}) << "set at the press";
   advance(0.2);
   press(*home, "onImagesBtn:");
-  advance(0.3);
-  EXPECT_EQ(stack().size(), 3u);
+  EXPECT_EQ(Fetch::shared()->assets()->supportedMediaTypes(), std::set<MediaTypes>{MediaTypes::image});
+  advance(0.29);
+  EXPECT_EQ(stack().size(), 2u);
+  advance(0.01);
+  ASSERT_EQ(stack().size(), 3u);
+  EXPECT_EQ(images(2)->mediatype, MediaTypes::video);
   advance(0.2);
   EXPECT_EQ(stack(), (std::vector<std::string>{"SplashVC", "HomeViewController", "ImagesVC", "ImagesVC"}));
-  EXPECT_NE(nav()->viewControllers()[2], nav()->viewControllers()[3]) << "a new screen at each press";
+  EXPECT_EQ(images(3)->mediatype, MediaTypes::image) << "a new screen at each press";
 }
 
-TEST_F(HomeViewControllerTest, StorageAnalysisComesAtOnceFromTheButtonAndHalfASecondLaterFromTheMenu) {
-  auto home = launchHome(R"({"photos": {"assets": [{"id": "P1/L0/001"}]}, "music": {"songs": [{"persistentID": "7", "fileSize": 5}]}})");
-  press(*home, "onStorageAnalysisBtn:", "btnStorageAnalysis");
-  auto shown = std::dynamic_pointer_cast<StorageAnalysisVC>(nav()->presentedViewController());
-  ASSERT_TRUE(shown) << "presented inside the press";
-  EXPECT_EQ(shown->modalPresentationStyle(), UIModalPresentationStyle::overFullScreen);
-  shown->dismissViewControllerAnimated(false, nullptr);
-  settle();
-  ASSERT_FALSE(nav()->presentedViewController());
-
-  struct Row {
-    long entry;
-    const char* screen;
-  };
-  for (auto [entry, screen] : {Row{1, "StorageAnalysisVC"}, Row{2, "SettingVC"}}) {
-    SCOPED_TRACE(screen);
-    press(*home, "onMenuBtn:", "btnMenu");
-    pressPopupMenuEntry(entry);
-    advance(0.49);
-    EXPECT_FALSE(nav()->presentedViewController());
-    advance(0.01);
-    auto presented = nav()->presentedViewController();
-    ASSERT_TRUE(presented);
-    EXPECT_STREQ(presented->className(), screen);
-    EXPECT_EQ(presented->modalPresentationStyle(), UIModalPresentationStyle::overFullScreen);
-    presented->dismissViewControllerAnimated(false, nullptr);
-    advance(20);  // lets a storage run close
-  }
-}
-
-TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsedAndComesBackAfterAReturn) {
-  auto home = launchHome();
-  ASSERT_EQ(home->HEADERView->minimumHeaderHeight(), 50.0);
-  ASSERT_TRUE(home->HEADERView->alwaysCollapse());
-  home->mainScrollView->setContentOffset({0, 200});
-  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
-  EXPECT_TRUE(home->TitleView->isHidden());
-  // Collapsed when another screen was pushed, it grows again at the scroll to the top on return.
-  comeBack();
-  home->mainScrollView->setContentOffset({0, 0});
-  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
-  EXPECT_FALSE(home->TitleView->isHidden());
-}
-TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
+TEST_F(HomeViewControllerTest, TheTitleHidesWhileTheHeaderIsCollapsedAndEachAppearanceStacksANewNativeAd) {
   auto home = launchHome(R"({"ads": {"applovin": {"native": "fill"}}})");
   auto rendered = [&] {
     size_t n = 0;
@@ -352,7 +240,14 @@ TEST_F(HomeViewControllerTest, EachAppearanceAsksForANewNativeAdAndStacksIt) {
   settle();
   EXPECT_EQ(rendered(), 1u);
   EXPECT_FALSE(home->nativeAdview->isHidden());
+  home->mainScrollView->setContentOffset({0, 200});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 50.0);
+  EXPECT_TRUE(home->TitleView->isHidden());
+  // Collapsed when another screen was pushed, it grows again at the scroll to the top on return.
   comeBack();
+  home->mainScrollView->setContentOffset({0, 0});
+  EXPECT_EQ(home->heightOfHeaderViewConstant->constant(), 120.0);
+  EXPECT_FALSE(home->TitleView->isHidden());
   EXPECT_EQ(rendered(), 2u);
 }
 

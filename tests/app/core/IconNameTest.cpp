@@ -5,24 +5,17 @@
 namespace nimbrel {
 namespace {
 
-struct Row {
-  const char* extension;
-  const char* icon;
-};
-
 TEST(IconNameTest, ComparesCaseSensitivelyFromTheTopOfTheTable) {
-  const Row rows[] = {Row{"", "icon_folder"}, Row{"zip", "icon_zip"}, Row{"pdf", "icon_pdf"},
-                      Row{"PDF", "file_other"}, Row{"Pdf", "file_other"}, Row{"docx", "icon_document"},
-                      Row{"pptx", "icon_ppt"}, Row{"xls", "icon_xls"}, Row{"odt", "icon_document"},
-                      Row{"csv", "icon_document"}, Row{"JPG", "icon_images"}, Row{"jpg", "icon_images"},
-                      Row{"jpeg", "file_other"}, Row{"JPEG", "file_other"}, Row{"tiff", "file_other"},
-                      Row{"HEIC", "icon_images"}, Row{"heic", "file_other"}, Row{"m4a", "icon_music1"},
-                      Row{"M4A", "file_other"}, Row{"mov", "icon_videofile"}, Row{"MOV", "icon_videofile"},
-                      Row{"Mov", "file_other"}, Row{"Mp4", "file_other"}, Row{"movpng", "icon_videofile"},
-                      Row{"MPEGPNG", "icon_videofile"}, Row{"m4v", "icon_videofile"}, Row{"M4V", "file_other"},
-                      Row{"caf", "icon_music1"}, Row{"flac", "icon_music1"}, Row{"FLAC", "file_other"},
-                      Row{"gz", "file_other"}};
-  for (const auto& row : rows) EXPECT_EQ(iconName(row.extension), row.icon) << "\"" << row.extension << "\"";
+  const std::pair<const char*, const char*> rows[] = {
+      {"", "icon_folder"}, {"zip", "icon_zip"}, {"pdf", "icon_pdf"}, {"PDF", "file_other"}, {"Pdf", "file_other"},
+      {"docx", "icon_document"}, {"pptx", "icon_ppt"}, {"xls", "icon_xls"}, {"odt", "icon_document"},
+      {"csv", "icon_document"}, {"JPG", "icon_images"}, {"jpg", "icon_images"}, {"jpeg", "file_other"},
+      {"JPEG", "file_other"}, {"tiff", "file_other"}, {"HEIC", "icon_images"}, {"heic", "file_other"},
+      {"m4a", "icon_music1"}, {"M4A", "file_other"}, {"mov", "icon_videofile"}, {"MOV", "icon_videofile"},
+      {"Mov", "file_other"}, {"Mp4", "file_other"}, {"movpng", "icon_videofile"}, {"MPEGPNG", "icon_videofile"},
+      {"m4v", "icon_videofile"}, {"M4V", "file_other"}, {"caf", "icon_music1"}, {"flac", "icon_music1"},
+      {"FLAC", "file_other"}, {"gz", "file_other"}};
+  for (auto [extension, icon] : rows) EXPECT_EQ(iconName(extension), icon) << "\"" << extension << "\"";
 }
 
 }  // namespace

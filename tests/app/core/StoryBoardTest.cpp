@@ -34,16 +34,13 @@ TEST_F(StoryBoardTest, ScreensAreFoundUnderTheirTypeNameWithFreshObjectsEachTime
 
 using StoryBoardDeathTest = StoryBoardTest;
 
-TEST_F(StoryBoardDeathTest, AMissingSceneEndsTheProcessNamingTheCaller) {
+TEST_F(StoryBoardDeathTest, AMissingSceneOrOneOfAnotherClassEndsTheProcessNamingTheCaller) {
   UIStoryboard::unregisterAll();
   EXPECT_DEATH(instantiate<SplashVC>(AppStoryboard::Main),
                "Fatal error: ViewController with identifier SplashVC, not found in Main Storyboard.\n"
                "File : VC/UIViewController \\+ Extension \n"
                "Line Number : 20 \n"
                "Function : instantiate\\(fromAppStoryboard:\\): file Nimbrel/StoryBoard, line 28");
-}
-
-TEST_F(StoryBoardDeathTest, ASceneOfAnotherClassEndsTheProcessToo) {
   UIStoryboard::registerScene("Main", "SplashVC", [] { return std::make_shared<HomeViewController>(); });
   EXPECT_DEATH(viewController<SplashVC>(AppStoryboard::Main, "caller()", 7, "Here"),
                "with identifier SplashVC, not found in Main Storyboard.\nFile : Here \nLine Number : 7 \nFunction : caller\\(\\)");

@@ -23,18 +23,10 @@ class DocumentVCTest : public testing::SimTest {
   // Home's "Documents" button, as a person presses it.
   std::shared_ptr<DocumentVC> open(const std::string& fixture) {
     launchToHome(fixture);
-    nav()->topViewController()->performAction("onDocumentBtn:", nullptr);
-    settle();
-    auto screen = std::dynamic_pointer_cast<DocumentVC>(nav()->topViewController());
-    EXPECT_TRUE(screen) << "the Documents button pushes DocumentVC";
-    return screen;
+    return pushedBy<DocumentVC>("onDocumentBtn:");
   }
   std::string imported(const std::string& name) {
     return platform->home() + "/Documents/Nimbrel/importedFiles/" + name;
-  }
-  void press(DocumentVC& screen, const std::string& selector) {
-    screen.performAction(selector, nullptr);
-    settle();
   }
   std::shared_ptr<UIDocumentPickerViewController> openPicker(DocumentVC& screen) {
     press(screen, "onOpenDocumentOicker:");
@@ -56,11 +48,13 @@ class DocumentVCTest : public testing::SimTest {
   }
 };
 
+// The picker's types, the refusal's message and an import listed are the e2e
+// documents_import_open_delete scenario's, as are the list cell's date, opening, the recent record,
+// the way back and a plain delete.
 TEST_F(DocumentVCTest, AnImportMovesThePickedFileAndATakenNameIsRefusedWithBothFilesKept) {
   auto screen = open(R"({"picker": [{"name": "notes.txt", "size": 10}]})");
   auto picker = openPicker(*screen);
   ASSERT_TRUE(picker);
-  EXPECT_EQ(picker->documentTypes(), (std::vector<std::string>{"public.text", "public.data", "public.pdf", "public.doc"}));
   EXPECT_EQ(picker->modalPresentationStyle(), UIModalPresentationStyle::fullScreen);
 
   // Given an empty list, when notes.txt is picked, then it is moved in and listed.
@@ -70,7 +64,6 @@ TEST_F(DocumentVCTest, AnImportMovesThePickedFileAndATakenNameIsRefusedWithBothF
   EXPECT_FALSE(fs::exists(first->path())) << "moved, not copied";
   EXPECT_EQ(fs::file_size(imported("notes.txt")), 10u);
   ASSERT_EQ(screen->viewModel->items.size(), 1u);
-  EXPECT_FALSE(nav()->presentedViewController()) << "the picker went away";
 
   // When a second notes.txt is picked, then it is refused and both files stay.
   fs::resize_file(imported("notes.txt"), 3);
@@ -87,16 +80,13 @@ TEST_F(DocumentVCTest, AnImportMovesThePickedFileAndATakenNameIsRefusedWithBothF
   EXPECT_FALSE(nav()->presentedViewController());
 }
 
-TEST_F(DocumentVCTest, CellsShowIconSizeAndInTheListTheCreationDateWithOneBlank) {
+TEST_F(DocumentVCTest, GridCellsShowIconAndSize) {
   const std::string docs = R"("documents": [{"name": "report.pdf", "size": 1234, "created": "2026-02-02T08:00:00Z"},
       {"name": "README", "size": 5}, {"name": "SCAN.PDF", "size": 2048}])";
   auto grid = open(R"({"preferences": {"isFirstTime": false, "kIsListView": false}, )" + docs + "}");
   EXPECT_EQ(cellText(*grid, 0), "1.21 KB | icon_pdf");
   EXPECT_EQ(cellText(*grid, 1), "5 bytes | icon_folder");
   EXPECT_EQ(cellText(*grid, 2), "2.00 KB | file_other");
-  platform.reset();
-  auto list = open(R"({"preferences": {"kIsListView": true}, )" + docs + "}");
-  EXPECT_EQ(cellText(*list, 0), "2 Feb 2026 08:00 1.21 KB | icon_pdf");
 }
 
 using DocumentVCDeathTest = DocumentVCTest;
@@ -146,32 +136,17 @@ TEST_F(DocumentVCTest, EditWorksOncePerScreenObjectWhileALongPressKeepsWorking) 
   EXPECT_EQ(screen->albumsCollectionView->tag(), 1);
 }
 
-TEST_F(DocumentVCTest, OpeningPushesThePreviewAndRemembersTheDocument) {
-  auto screen = open(R"({"documents": [{"name": "a.pdf"}]})");
-  tapRow(*screen, 0);
-  auto preview = std::dynamic_pointer_cast<QLPreviewController>(nav()->topViewController());
-  ASSERT_TRUE(preview);
-  URL url = URL::fileURLWithPath(imported("a.pdf"));
-  EXPECT_EQ(preview->currentPreviewItem(), url);
-  ASSERT_FALSE(AppData::shared()->recentFiles.empty());
-  EXPECT_EQ(AppData::shared()->recentFiles.front().url, url);
-  EXPECT_EQ(AppData::shared()->recentFiles.front().filetype, FileType::docs);
-  // Links inside the selected document are followed.
-  EXPECT_TRUE(preview->openLink(*URL::withString("https://example.org/")));
-  preview->performAction("backButtonPressed:", nullptr);
-  settle();
-  EXPECT_EQ(nav()->topViewController(), screen);
-  EXPECT_TRUE(logged("The Preview Controller will be dismissed."));
-}
-
 TEST_F(DocumentVCTest, DeletingAFavouriteCleansTheFavouritesKeepsTheRecentsAndReportsEachFailure) {
   auto screen = open(R"({"documents": [{"name": "a.pdf"}, {"name": "b.txt"}, {"name": "c.txt"}]})");
   URL a = URL::fileURLWithPath(imported("a.pdf"));
   longPressRow(*screen, rowOf(*screen, "a.pdf"));
   press(*screen, "onFavBtn:");
   tapRow(*screen, rowOf(*screen, "a.pdf"));
-  nav()->topViewController()->performAction("backButtonPressed:", nullptr);
-  settle();
+  auto preview = std::dynamic_pointer_cast<QLPreviewController>(nav()->topViewController());
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(preview->currentPreviewItem(), a);
+  EXPECT_TRUE(preview->openLink(*URL::withString("https://example.org/"))) << "links inside are followed";
+  press(*preview, "backButtonPressed:");
   ASSERT_EQ(AppData::shared()->FavouriteFiles.size(), 1u);
 
   // Given c.txt gone behind the screen's back, when a.pdf and c.txt are deleted,
@@ -190,11 +165,8 @@ TEST_F(DocumentVCTest, DeletingAFavouriteCleansTheFavouritesKeepsTheRecentsAndRe
   settle();
   longPressRow(*screen, rowOf(*screen, "a.pdf"));
   press(*screen, "onDeletBtn:");
-  EXPECT_EQ(hudText(), "Deleted Successfully..");
   EXPECT_TRUE(AppData::shared()->FavouriteFiles.empty());
   EXPECT_EQ(AppData::shared()->recentFiles.front().url, a);
-  EXPECT_EQ(screen->viewModel->items.size(), 1u);
-  EXPECT_EQ(screen->albumsCollectionView->tag(), 0);
 }
 
 TEST_F(DocumentVCTest, InfoShowsTheDocumentPanelForOneAndTheSelectionPanelForTwo) {

@@ -39,14 +39,9 @@ TEST_F(customFileManagerTest, MakingTheSharedInstanceMakesTheRootFolderOnlyAndAg
   files->createFolder("importedFiles");
   EXPECT_TRUE(fs::is_directory(imported));
   EXPECT_TRUE(takeLog().empty()) << "nothing is logged when the folders exist";
-}
-
-TEST_F(customFileManagerTest, CreateFolderAloneBringsTheRootIntoBeing) {
   fs::remove_all(documents + "/Nimbrel");
-  customFileManager manager;
-  fs::remove_all(documents + "/Nimbrel");
-  manager.createFolder("importedFiles");
-  EXPECT_TRUE(fs::is_directory(imported));
+  files->createFolder("importedFiles");
+  EXPECT_TRUE(fs::is_directory(imported)) << "a folder alone brings the root into being";
 }
 
 TEST_F(customFileManagerTest, AFolderThatCannotBeMadeIsLoggedAndTheCallerGoesOn) {
@@ -72,29 +67,11 @@ TEST_F(customFileManagerTest, AFileInThePlaceOfTheRootCountsAsTheRoot) {
   EXPECT_EQ(takeLog().size(), 1u);
 }
 
-TEST_F(customFileManagerTest, MovingIntoATakenNameFailsAndLeavesBothFiles) {
-  auto files = customFileManager::shared();
-  files->createFolder("importedFiles");
-  std::string source = NSHomeDirectory() + "/incoming a.txt";
-  write(source, "new");
-  write(imported + "/incoming a.txt", "old");
-  takeLog();
-  auto moved = files->moveFile(source, files->destinationPath(URL::fileURLWithPath(source), "importedFiles"));
-  EXPECT_FALSE(moved);
-  EXPECT_EQ(read(source), "new");
-  EXPECT_EQ(read(imported + "/incoming a.txt"), "old");
-  auto log = takeLog();
-  ASSERT_EQ(log.size(), 3u);
-  EXPECT_EQ(log[0], "From URL " + URL::fileURLWithPath(source).absoluteString());
-  EXPECT_EQ(log[1], "To Path URL " + URL::fileURLWithPath(imported + "/incoming a.txt").absoluteString());
-  EXPECT_EQ(log[2].rfind("Unable to move file:: Error Domain=NSCocoaErrorDomain Code=516 ", 0), 0u) << log[2];
-}
-
-TEST_F(customFileManagerTest, TheDestinationKeepsBlanksAndTheMoveReturnsItEncoded) {
+TEST_F(customFileManagerTest, TheDestinationKeepsBlanksAMoveReturnsItEncodedAndATakenNameFailsLeavingBothFiles) {
   auto files = customFileManager::shared();
   files->createFolder("importedFiles");
   std::string source = NSHomeDirectory() + "/My Report 2026.pdf";
-  write(source);
+  write(source, "new");
   auto destination = files->destinationPath(URL::fileURLWithPath(source, false), "importedFiles");
   EXPECT_EQ(destination, imported + "/My Report 2026.pdf") << "plain concatenation";
   auto moved = files->moveFile(source, destination);
@@ -102,9 +79,20 @@ TEST_F(customFileManagerTest, TheDestinationKeepsBlanksAndTheMoveReturnsItEncode
   EXPECT_EQ(moved->path(), imported + "/My Report 2026.pdf");
   EXPECT_NE(moved->absoluteString().find("My%20Report%202026.pdf"), std::string::npos);
   EXPECT_FALSE(fs::exists(source));
+
+  write(source, "newer");
+  takeLog();
+  EXPECT_FALSE(files->moveFile(source, destination));
+  EXPECT_EQ(read(source), "newer");
+  EXPECT_EQ(read(destination), "new");
+  auto log = takeLog();
+  ASSERT_EQ(log.size(), 3u);
+  EXPECT_EQ(log[0], "From URL " + URL::fileURLWithPath(source).absoluteString());
+  EXPECT_EQ(log[1], "To Path URL " + URL::fileURLWithPath(destination).absoluteString());
+  EXPECT_EQ(log[2].rfind("Unable to move file:: Error Domain=NSCocoaErrorDomain Code=516 ", 0), 0u) << log[2];
 }
 
-TEST_F(customFileManagerTest, CopyFailuresLogTheMoveText) {
+TEST_F(customFileManagerTest, CopyFailuresLogTheMoveTextAndRemovalFailuresTheirOwn) {
   auto files = customFileManager::shared();
   auto missing = URL::fileURLWithPath(NSHomeDirectory() + "/missing.txt");
   EXPECT_FALSE(files->copyFile(missing, URL::fileURLWithPath(NSHomeDirectory() + "/copy.txt")));
@@ -117,14 +105,12 @@ TEST_F(customFileManagerTest, CopyFailuresLogTheMoveText) {
   ASSERT_TRUE(copied);
   EXPECT_EQ(read(NSHomeDirectory() + "/y.txt"), "data");
   EXPECT_EQ(read(NSHomeDirectory() + "/x.txt"), "data");
-}
 
-TEST_F(customFileManagerTest, RemovingNothingOrAMissingFileFailsAndOnlyTheMissingFileLogs) {
-  auto files = customFileManager::shared();
+  // Removing nothing or a missing file fails and only the missing file logs.
   EXPECT_FALSE(files->removeFile(std::nullopt));
   EXPECT_TRUE(takeLog().empty());
   EXPECT_FALSE(files->removeFile(URL::fileURLWithPath(NSHomeDirectory() + "/gone.txt")));
-  auto log = takeLog();
+  log = takeLog();
   ASSERT_EQ(log.size(), 1u);
   EXPECT_NE(log[0].find("\u201Cgone.txt\u201D couldn\u2019t be removed."), std::string::npos) << log[0];
 }

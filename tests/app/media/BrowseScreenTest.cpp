@@ -62,15 +62,13 @@ class BrowseScreenTest : public testing::SimTest {
     screen->setSceneLoader([](UIViewController& vc) {
       buildBrowseScene(static_cast<ListScreen&>(vc), {"Test", "Test", "Test", "onFavBtn:"});
     });
-    auto nav = std::dynamic_pointer_cast<UINavigationController>(
-        UIApplication::sharedApplication().keyWindow()->rootViewController());
-    nav->pushViewController(screen, true);
+    nav()->pushViewController(screen, true);
     settle();
     return screen;
   }
 };
 
-TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLater) {
+TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLaterAndSelectionOnlyDisablesTheTap) {
   auto s = open({"a", "b", "c"});
   s->albumsCollectionView->layoutSubviews();
   s->tap->recognize(UIGestureRecognizerState::ended, s->albumsCollectionView->centerOfItemAtIndexPath({0, 2}));
@@ -80,10 +78,8 @@ TEST_F(BrowseScreenTest, ATapOutsideSelectionModeOpensOneTurnLater) {
   s->tap->recognize(UIGestureRecognizerState::ended, {1, 100000});
   settle();
   EXPECT_EQ(s->opened, std::vector<long>{2}) << "a tap on the gap opens nothing";
-}
 
-TEST_F(BrowseScreenTest, SelectionAtTheAlbumFlagOnlyDisablesTheTap) {
-  auto s = open({"a", "b", "c"});
+  // Selection at the album flag only disables the tap.
   longPressRow(*s, 1);
   EXPECT_TRUE(s->isSelectionModeOn());
   EXPECT_FALSE(s->tap->isEnabled());
@@ -91,7 +87,7 @@ TEST_F(BrowseScreenTest, SelectionAtTheAlbumFlagOnlyDisablesTheTap) {
   EXPECT_EQ(s->viewModel->selectedItems().size(), 1u);
   tapRow(*s, 2);
   EXPECT_EQ(s->viewModel->selectedItems().size(), 2u);
-  EXPECT_TRUE(s->opened.empty());
+  EXPECT_EQ(s->opened, std::vector<long>{2});
 }
 
 TEST_F(BrowseScreenTest, CellSizesFollowTheScreensTableRowAndTheLayout) {
@@ -99,35 +95,24 @@ TEST_F(BrowseScreenTest, CellSizesFollowTheScreensTableRowAndTheLayout) {
   auto& cv = *s->albumsCollectionView;
   double w = cv.bounds().width();
   EXPECT_EQ(cv.frameForItemAtIndexPath({0, 0}).size, (CGSize{w, 90}));
-  s->performAction("onGridOrListBtn:", nullptr);
-  settle();
+  press(*s, "onGridOrListBtn:");
   EXPECT_EQ(cv.frameForItemAtIndexPath({0, 0}).size, (CGSize{w / 3, w / 3}));
 }
 
 // The select-all rule's whole table is BrowseModelsTest's; here the screen's closure, title and
 // collection follow it with and without a loaded ad.
 TEST_F(BrowseScreenTest, SelectAllFollowsItsTableWithAndWithoutALoadedAd) {
-  struct Row {
-    const char* what;
-    std::vector<long> picked;  // rows picked by taps before the press
-    bool ad;
-    size_t after;
-    const char* title;
-  };
-  const Row rows[] = {
-      {"some picked, ad loaded", {0}, true, 3, "DeSelect All"},
-      {"some picked, no ad", {0}, false, 0, "Select All"},
-  };
-  for (const auto& row : rows) {
+  // One row picked, with and without a loaded ad.
+  const std::tuple<bool, size_t, const char*> rows[] = {{true, 3, "DeSelect All"}, {false, 0, "Select All"}};
+  for (auto [ad, after, title] : rows) {
+    SCOPED_TRACE(ad ? "ad loaded" : "no ad");
     auto s = open({"a", "b", "c"});
-    if (row.ad) AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
-    longPressRow(*s, row.picked.front());
-    for (size_t i = 1; i < row.picked.size(); ++i) tapRow(*s, row.picked[i]);
-    s->performAction("onSelectAllBtn:", nullptr);
-    settle();
-    EXPECT_EQ(s->viewModel->selectedItems().size(), row.after) << row.what;
-    EXPECT_EQ(s->selectALLBtn->currentTitle(), row.title) << row.what;
-    EXPECT_EQ(s->albumsCollectionView->indexPathsForSelectedItems().size(), row.after) << row.what;
+    if (ad) AppLovinNativeAdManual::shared()->arrNativeAd.push_back(MAAd{});
+    longPressRow(*s, 0);
+    press(*s, "onSelectAllBtn:");
+    EXPECT_EQ(s->viewModel->selectedItems().size(), after);
+    EXPECT_EQ(s->selectALLBtn->currentTitle(), title);
+    EXPECT_EQ(s->albumsCollectionView->indexPathsForSelectedItems().size(), after);
     platform.reset();
   }
 }
@@ -135,8 +120,7 @@ TEST_F(BrowseScreenTest, SelectAllFollowsItsTableWithAndWithoutALoadedAd) {
 TEST_F(BrowseScreenTest, CloseLeavesEveryRowFlaggedAndTheChromeHidden) {
   auto s = open({"a", "b"});
   longPressRow(*s, 0);
-  s->performAction("onCloseBtn:", nullptr);
-  settle();
+  press(*s, "onCloseBtn:");
   EXPECT_FALSE(s->isSelectionModeOn());
   EXPECT_TRUE(s->closeBtnView->isHidden());
   EXPECT_TRUE(s->SelectEditView->isHidden());

@@ -45,16 +45,9 @@ class LibraryChangesTest : public testing::SimTest {
     for (const auto& f : files) out.push_back(f.url.absoluteString());
     return out;
   }
-  static std::vector<std::shared_ptr<PHAsset>> assets(const std::vector<std::string>& ids) {
-    return PHAsset::fetchAssetsWithLocalIdentifiers(ids, nullptr).objects();
-  }
   static std::vector<std::string> userAlbumIds() {
-    std::vector<std::string> out;
-    for (const auto& a : PHAssetCollection::fetchAssetCollectionsWithType(PHAssetCollectionType::album,
-                                                                         PHAssetCollectionSubtypeAny, nullptr)) {
-      out.push_back(a->localIdentifier());
-    }
-    return out;
+    return ids(PHAssetCollection::fetchAssetCollectionsWithType(PHAssetCollectionType::album, PHAssetCollectionSubtypeAny,
+                                                                nullptr));
   }
   void deleteI1AndV1() {
     deleteAssets(
@@ -79,6 +72,8 @@ class LibraryChangesTest : public testing::SimTest {
   std::vector<std::string> favouritesSeenByReload, storedSeenByReload;
 };
 
+// The library's delete and the recents kept in memory are the e2e images_viewer_favourite_share_delete
+// scenario's.
 TEST_F(LibraryChangesTest, ADoneDeleteForgetsTheFavouritesThenReloads) {
   startLibrary();
   deleteI1AndV1();
@@ -94,10 +89,8 @@ TEST_F(LibraryChangesTest, ADoneDeleteForgetsTheFavouritesThenReloads) {
   EXPECT_EQ(reloads, 1);
   EXPECT_EQ(favouritesSeenByReload, kept) << "forgotten before the reload";
   EXPECT_EQ(storedSeenByReload, kept) << "saved before the reload";
-  EXPECT_EQ(addresses(AppData::shared()->recentFiles), (std::vector<std::string>{i1})) << "recents untouched";
-  EXPECT_EQ(addresses(*loadRecentFiles()), (std::vector<std::string>{i1}));
+  EXPECT_EQ(addresses(*loadRecentFiles()), (std::vector<std::string>{i1})) << "recents untouched";
   EXPECT_EQ(leaves, 0);
-  EXPECT_EQ(PHAsset::fetchAssetsWithOptions(nullptr).count(), 1u);
   EXPECT_FALSE(SVProgressHUD::state().visible) << "no message for a done delete";
 }
 
@@ -146,30 +139,26 @@ TEST_F(LibraryChangesTest, DeletingAnAlbumByTitleTakesEveryUserAlbumOfThatTitle)
   EXPECT_FALSE(SVProgressHUD::state().visible);
 }
 
-TEST_F(LibraryChangesTest, AnAlbumTitleNotFoundIsReportedWithoutAChange) {
-  startLibrary();
-  bool done = false;
-  deleteAlbumByTitle("Nowhere", [&] { done = true; });
-  EXPECT_TRUE(logged("requested album Nowhere not found in photos"));
-  settle();
-  auto hud = SVProgressHUD::state();
-  EXPECT_EQ(hud.kind, SVProgressHUD::Kind::info);
-  EXPECT_EQ(hud.status, "requested album Nowhere not found in photos");
-  EXPECT_FALSE(done);
-  for (const auto& call : platform->sdkCalls()) EXPECT_EQ(call.find("photos.performChanges"), std::string::npos);
-}
-
-TEST_F(LibraryChangesTest, ARefusedAlbumDeleteSaysTheTitleWasNotFound) {
-  startLibrary(false);
-  bool done = false;
-  deleteAlbumByTitle("Trip", [&] { done = true; });
-  settle();
-  auto hud = SVProgressHUD::state();
-  EXPECT_EQ(hud.kind, SVProgressHUD::Kind::info);
-  EXPECT_EQ(hud.status, "requested album Trip not found in photos");
-  EXPECT_TRUE(logged("request failed. please try again"));
-  EXPECT_FALSE(done);
-  EXPECT_EQ(userAlbumIds().size(), 3u);
+// A title that is not found is said without a change; a refused delete says the same.
+TEST_F(LibraryChangesTest, AnAlbumTitleNotFoundAndARefusedAlbumDeleteSayTheTitleWasNotFound) {
+  const std::tuple<const char*, bool, const char*> rows[] = {
+      {"Nowhere", true, "requested album Nowhere not found in photos"}, {"Trip", false, "request failed. please try again"}};
+  for (auto [title, confirms, line] : rows) {
+    SCOPED_TRACE(title);
+    startLibrary(confirms);
+    bool done = false;
+    deleteAlbumByTitle(title, [&] { done = true; });
+    EXPECT_EQ(logged(line), confirms) << "said at once only when not found";
+    settle();
+    EXPECT_TRUE(logged(line));
+    auto hud = SVProgressHUD::state();
+    EXPECT_EQ(hud.kind, SVProgressHUD::Kind::info);
+    EXPECT_EQ(hud.status, "requested album " + std::string(title) + " not found in photos");
+    EXPECT_FALSE(done);
+    EXPECT_EQ(userAlbumIds().size(), 3u);
+    EXPECT_EQ(calls("photos.performChanges"), confirms ? 0u : 1u);
+    platform.reset();
+  }
 }
 
 TEST_F(LibraryChangesTest, AnAlbumDeleteFailingWithoutAnErrorIsSilent) {

@@ -67,9 +67,7 @@ TEST_F(PhotoAccessTest, EveryAnswerButAuthorisedIsLoggedAndOnlyARefusalExplains)
       settle();
       EXPECT_EQ(alert(), nullptr);
     }
-    std::vector<std::string> opened;
-    for (const auto& url : UIApplication::sharedApplication().openedURLs()) opened.push_back(url.absoluteString());
-    EXPECT_EQ(opened, opens);
+    EXPECT_EQ(openedURLs(), opens);
     finish();
   }
 }

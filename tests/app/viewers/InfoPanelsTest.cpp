@@ -24,9 +24,6 @@ class InfoPanelsTest : public testing::SimTest {
   void SetUp() override {
     launchToHome(kLibrary);
   }
-  std::shared_ptr<PHAsset> asset(const std::string& id) {
-    return PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0];
-  }
   template <class T>
   std::shared_ptr<T> present(const char* identifier, const std::function<void(T&)>& fill) {
     auto panel = std::dynamic_pointer_cast<T>(
@@ -38,7 +35,7 @@ class InfoPanelsTest : public testing::SimTest {
   }
 };
 
-TEST_F(InfoPanelsTest, AnAssetShowsItsSizeInMegabytesItsDimensionsAndItsPathLater) {
+TEST_F(InfoPanelsTest, AnAssetShowsItsSizeAlwaysInMegabytesItsDimensionsAndItsPathLaterOrDotsWithoutAFile) {
   auto info = present<InfoViewController>("InfoVC", [&](auto& p) { p.asset = asset("MB/L0/001"); });
   EXPECT_TRUE(info->popUpView->isHidden());
   EXPECT_EQ(info->lblDimension->text(), "4032*3024");
@@ -51,13 +48,13 @@ TEST_F(InfoPanelsTest, AnAssetShowsItsSizeInMegabytesItsDimensionsAndItsPathLate
   EXPECT_EQ(info->view()->layerAnimations().back().keyPath, "transform.scale");
   EXPECT_NE(info->lblFilePath->text()->find("file:///"), std::string::npos);
   EXPECT_NE(info->lblFilePath->text()->find("IMG_0001.JPG"), std::string::npos);
-}
-
-TEST_F(InfoPanelsTest, TinyFilesShowZeroMegabytesAndVideosWithoutAFileShowDots) {
-  auto small = present<InfoViewController>("InfoVC", [&](auto& p) { p.asset = asset("BIG/L0/001"); });
+  info->dismissViewControllerAnimated(false, nullptr);
   settle();
-  EXPECT_EQ(small->lblSize->text(), "1024.00 MB") << "always megabytes";
-  small->dismissViewControllerAnimated(false, nullptr);
+
+  auto big = present<InfoViewController>("InfoVC", [&](auto& p) { p.asset = asset("BIG/L0/001"); });
+  settle();
+  EXPECT_EQ(big->lblSize->text(), "1024.00 MB") << "always megabytes";
+  big->dismissViewControllerAnimated(false, nullptr);
   settle();
   auto movie = present<InfoViewController>("InfoVC", [&](auto& p) { p.asset = asset("MOVIE/L0/001"); });
   settle();
@@ -89,8 +86,7 @@ TEST_F(InfoPanelsTest, SeveralItemsAreCountedAndSummedInTheBackground) {
   settle();
   EXPECT_EQ(info->lblSize->text(), "2.00 GB");
   EXPECT_FALSE(info->popUpView->isHidden());
-  info->performAction("onDoneBtn:", nullptr);
-  settle();
+  press(*info, "onDoneBtn:");
   EXPECT_FALSE(info->presentingViewController());
 }
 
