@@ -1,15 +1,10 @@
 #!/usr/bin/env python3
-"""Drives the Qt program (offscreen) and the headless runner through the same steps from launch:
-splash, home, the images screen, an album, the photo viewer (a double tap, a double tap back, a
-single tap that brings the bar), the live photo viewer, a long press, the info panel for one item
-and for two, the menu, storage analysis, settings; then, from a second launch, the videos screen
-and the system player; from a third, the documents screen, an import through the picker and the
-previews of a one-page PDF, of text and of a file with no view; from a fourth, the music screen
-and the music player. Each `tree` of the Qt program must match the headless runner's (screens,
-their outlets, the overlays; `now` and each program's own library folder aside), and a few must
-show what the steps were for. The Qt program takes a gesture as a person's clicks on its window,
-the runner hands it to the recogniser. Screenshots of every scene are kept under the artifacts
-folder, and any Qt or QML warning in the program's log fails the run.
+"""Drives the Qt program (offscreen) and the headless runner through the same steps, from four
+launches (images, videos, documents, music). Each `tree` of the Qt program must match the headless
+runner's (screens, their outlets, the overlays; `now` and each program's own library folder aside),
+and a few must show what the steps were for. The Qt program takes a gesture as a person's clicks on
+its window, the runner hands it to the recogniser. Screenshots of every scene are kept under the
+artifacts folder, and any Qt or QML warning in the program's log fails the run.
 
 usage: shell_e2e.py NIMBREL NIMBREL_HEADLESS FIXTURE ARTIFACTS_DIR {phone|pad}
 """
@@ -331,12 +326,10 @@ def main():
         if form == "pad":
             fixture["device"] = {"idiom": "pad", "systemVersion": "17.0",
                                  "screen": {"width": 1024, "height": 1366, "scale": 2}}
-        fixture_file = os.path.join(scratch, "fixture.json")
-        with open(fixture_file, "w", encoding="utf-8") as f:
-            json.dump(fixture, f)
-        documents_file = os.path.join(scratch, "documents.json")
-        with open(documents_file, "w", encoding="utf-8") as f:
-            json.dump(with_documents(fixture), f)
+        fixture_file, documents_file = (os.path.join(scratch, name) for name in ("fixture.json", "documents.json"))
+        for path, content in ((fixture_file, fixture), (documents_file, with_documents(fixture))):
+            with open(path, "w", encoding="utf-8") as f:
+                json.dump(content, f)
         runtime = os.path.join(scratch, "runtime")
         os.mkdir(runtime, 0o700)
         env = dict(os.environ, TMPDIR=scratch, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",
