@@ -10,6 +10,7 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIScrollView.h"
+#include "platform/uikit/UIViewController.h"
 #include "shell/PlayerObject.h"
 #include "shell/QtRunLoop.h"
 #include "shell/Snapshot.h"

@@ -65,10 +65,6 @@ def texts(cell):
     return [o.get("text") for o in cell.get("outlets", {}).values() if isinstance(o, dict) and o.get("text")]
 
 
-def alert_title(tree):
-    return (tree.get("alert") or {}).get("title", "")
-
-
 def desktop_env(home, **extra):
     """A user whose folders are all under `home`, with none of the caller's XDG or NIMBREL settings."""
     env = {k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "NIMBREL_"))}
@@ -100,7 +96,7 @@ def open_albums(runner, expect_prompt):
     runner.ok({"op": "advance", "seconds": 1})
     if expect_prompt:
         tree = runner.ok({"op": "tree"})
-        assert "Access Your Photos" in alert_title(tree), tree.get("alert")
+        assert "Access Your Photos" in (tree.get("alert") or {}).get("title", ""), tree.get("alert")
         runner.ok({"op": "alert", "action": "Allow"})
     return runner.until("the albums", lambda t: top(t)["id"] == "ImagesVC" and len(cells(t)) >= 3)
 
