@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -10,10 +11,13 @@
 #include "platform/libs/SVProgressHUD.h"
 #include "platform/uikit/ShareActivities.h"
 #include "platform/uikit/UIActivityViewController.h"
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIStoryboard.h"
 #include "shell/QtRunLoop.h"
+#include "shell/ViewObject.h"
 
 namespace nimbrel::shell {
 namespace {
@@ -176,6 +180,60 @@ TEST_F(AppBridgeTest, QmlSeesTheBridgeMainMade) {
   EXPECT_EQ(object->property("title").toString(), QStringLiteral("Nimbrel — simulated"));
   EXPECT_TRUE(object->property("real").toBool()) << "a second bridge would hold the defaults";
   EXPECT_EQ(AppBridge::instance(), &bridge);
+}
+
+// A screen whose status bar follows a flag, as the viewers' does.
+class StatusScreen : public UIViewController {
+ public:
+  bool hide = false;
+  bool prefersStatusBarHidden() const override { return hide; }
+};
+
+TEST_F(AppBridgeTest, AScreensChromeFollowsTheStackItsItemsAndItsStatusBar) {
+  auto nav = this->nav();
+  nav->setNavigationBarHidden(true, false);
+  AppBridge bridge;
+  auto viewer = std::make_shared<StatusScreen>();
+  nav->pushViewController(viewer, true);
+  loop_.settle();
+  ScreenObject* screen = bridge.screens()->top();
+  ASSERT_TRUE(screen);
+  EXPECT_TRUE(screen->navigationBarHidden());
+  EXPECT_FALSE(screen->statusBarHidden());
+  EXPECT_FALSE(screen->rightBarButton());
+  ASSERT_TRUE(screen->rootView());
+  EXPECT_FALSE(screen->goBack()) << "no bar, no back button";
+
+  QSignalSpy spy(screen, &ScreenObject::chromeChanged);
+  nav->setNavigationBarHidden(false, true);
+  EXPECT_GE(spy.count(), 1);
+  EXPECT_FALSE(screen->navigationBarHidden());
+  viewer->hide = true;
+  viewer->setNeedsStatusBarAppearanceUpdate();
+  EXPECT_TRUE(screen->statusBarHidden());
+  auto label = std::make_shared<UILabel>();
+  viewer->navigationItem().setTitleView(label);
+  ASSERT_TRUE(screen->titleView());
+  EXPECT_EQ(screen->titleView()->object(), label);
+  std::shared_ptr<NSObject> sender;
+  viewer->registerAction("pause:", [&](const std::shared_ptr<NSObject>& s) { sender = s; });
+  auto pause = std::make_shared<UIBarButtonItem>(UIBarButtonItem::pause, viewer, "pause:");
+  viewer->navigationItem().setRightBarButtonItem(pause, true);
+  ASSERT_TRUE(screen->rightBarButton());
+  EXPECT_EQ(screen->rightBarButton()->type(), "UIBarButtonItem");
+  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/pause");
+  EXPECT_TRUE(screen->rightBarButton()->press());
+  EXPECT_EQ(sender, pause);
+  viewer->navigationItem().setRightBarButtonItem(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, viewer, "pause:"), true);
+  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/play");
+  viewer->navigationItem().setRightBarButtonItem(nullptr, true);
+  EXPECT_FALSE(screen->rightBarButton());
+  viewer->view()->setBackgroundColor(UIColor::blackColor());
+  EXPECT_EQ(screen->rootView()->state()["background"].value<QColor>(), QColor(Qt::black));
+
+  EXPECT_TRUE(screen->goBack());
+  loop_.settle();
+  EXPECT_EQ(nav->viewControllers().size(), 1u);
 }
 
 }  // namespace

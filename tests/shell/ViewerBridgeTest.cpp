@@ -1,5 +1,3 @@
-#include <QSignalSpy>
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,15 +6,11 @@
 #include "platform/av/AVPlayer.h"
 #include "platform/av/MediaDurations.h"
 #include "platform/photos/PHLivePhoto.h"
-#include "platform/uikit/UIApplication.h"
-#include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
-#include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIScrollView.h"
-#include "platform/uikit/UIStoryboard.h"
-#include "shell/AppBridge.h"
+#include "platform/uikit/UIViewController.h"
 #include "shell/PlayerObject.h"
 #include "shell/QtRunLoop.h"
 #include "shell/Snapshot.h"
@@ -148,23 +142,8 @@ TEST_F(ViewerBridgeTest, ATapGoesToItsRecogniserAndASingleTapWaitsForTheDouble) 
   EXPECT_FALSE(label.recognize(1, 1));
 }
 
-TEST_F(ViewerBridgeTest, TheTitleViewsRunsKeepTheirSizes) {
-  auto label = std::make_shared<UILabel>();
-  NSAttributedString title;
-  title.runs.push_back({"Lisbon", UIFont::systemFontOfSize(16), UIColor::blackColor()});
-  title.runs.push_back({"\nMarch 1, 2026", UIFont::systemFontOfSize(12), UIColor::blackColor()});
-  label->setAttributedText(title);
-  ViewObject view(label);
-  QVariantList runs = view.state()["runs"].toList();
-  ASSERT_EQ(runs.size(), 2);
-  EXPECT_EQ(runs[0].toMap()["text"].toString(), "Lisbon");
-  EXPECT_DOUBLE_EQ(runs[0].toMap()["size"].toDouble(), 16);
-  EXPECT_EQ(runs[1].toMap()["text"].toString(), "\nMarch 1, 2026");
-  EXPECT_DOUBLE_EQ(runs[1].toMap()["size"].toDouble(), 12);
-  EXPECT_EQ(view.text(), "Lisbon\nMarch 1, 2026");
-}
-
-TEST_F(ViewerBridgeTest, TheLivePhotoItsBadgeAndTheViewsAnimationRecordsAreRead) {
+// The title's runs and a view's animation records reach the window in ViewerSceneTest.
+TEST_F(ViewerBridgeTest, TheLivePhotoAndItsBadgeAreRead) {
   auto live = std::make_shared<PHLivePhotoView>();
   EXPECT_EQ(snapshotOf(live)["image"].toString(), "");
   live->setLivePhoto(std::make_shared<PHLivePhoto>(CGSize{3024, 4032}, "/library/IMG_9.HEIC"));
@@ -174,19 +153,6 @@ TEST_F(ViewerBridgeTest, TheLivePhotoItsBadgeAndTheViewsAnimationRecordsAreRead)
   auto badge = std::make_shared<UIImageView>();
   badge->setImage(PHLivePhotoView::livePhotoBadgeImageWithOptions(1));
   EXPECT_EQ(snapshotOf(badge)["image"].toString(), "image://nimbrel/asset/live_badge");
-
-  auto view = std::make_shared<UIView>();
-  ViewObject object(view);
-  QSignalSpy spy(&object, &ViewObject::changed);
-  view->addLayerAnimation({"pulse", "transform.scale", 0.5, 1.0, 0.5, false, "spring"});
-  EXPECT_EQ(spy.count(), 1);
-  QVariantList records = object.state()["layerAnimations"].toList();
-  ASSERT_EQ(records.size(), 1);
-  QVariantMap pulse = records[0].toMap();
-  EXPECT_EQ(pulse["key"].toString(), "pulse");
-  EXPECT_DOUBLE_EQ(pulse["from"].toDouble(), 0.5);
-  EXPECT_DOUBLE_EQ(pulse["duration"].toDouble(), 0.5);
-  EXPECT_EQ(pulse["kind"].toString(), "spring");
 }
 
 // Media lengths by path, as a fixture would give them.
@@ -240,67 +206,6 @@ TEST_F(ViewerBridgeTest, TimesReadAsThePlayersLabels) {
   EXPECT_EQ(PlayerObject::timeText(-7.2), "-0:07");
   EXPECT_EQ(PlayerObject::timeText(3725), "1:02:05");
   EXPECT_EQ(PlayerObject::timeText(std::nan("")), "--:--");
-}
-
-// A screen whose status bar follows a flag, as the viewers' does.
-class StatusScreen : public UIViewController {
- public:
-  bool hide = false;
-  bool prefersStatusBarHidden() const override { return hide; }
-};
-
-TEST_F(ViewerBridgeTest, AScreensChromeFollowsTheStackItsItemsAndItsStatusBar) {
-  auto root = std::make_shared<UIViewController>();
-  UIStoryboard::setInitialScene("T", [root] {
-    auto nav = UINavigationController::withRoot(root);
-    nav->setNavigationBarHidden(true, false);
-    return std::static_pointer_cast<UIViewController>(nav);
-  });
-  UIApplication::sharedApplication().launch(nullptr, "T");
-  loop_.settle();
-  auto nav = std::dynamic_pointer_cast<UINavigationController>(UIApplication::sharedApplication().keyWindow()->rootViewController());
-  AppBridge bridge;
-  auto viewer = std::make_shared<StatusScreen>();
-  nav->pushViewController(viewer, true);
-  loop_.settle();
-  ScreenObject* screen = bridge.screens()->top();
-  ASSERT_TRUE(screen);
-  EXPECT_TRUE(screen->navigationBarHidden());
-  EXPECT_FALSE(screen->statusBarHidden());
-  EXPECT_FALSE(screen->rightBarButton());
-  ASSERT_TRUE(screen->rootView());
-  EXPECT_FALSE(screen->goBack()) << "no bar, no back button";
-
-  QSignalSpy spy(screen, &ScreenObject::chromeChanged);
-  nav->setNavigationBarHidden(false, true);
-  EXPECT_GE(spy.count(), 1);
-  EXPECT_FALSE(screen->navigationBarHidden());
-  viewer->hide = true;
-  viewer->setNeedsStatusBarAppearanceUpdate();
-  EXPECT_TRUE(screen->statusBarHidden());
-  auto label = std::make_shared<UILabel>();
-  viewer->navigationItem().setTitleView(label);
-  ASSERT_TRUE(screen->titleView());
-  EXPECT_EQ(screen->titleView()->object(), label);
-  std::shared_ptr<NSObject> sender;
-  viewer->registerAction("pause:", [&](const std::shared_ptr<NSObject>& s) { sender = s; });
-  auto pause = std::make_shared<UIBarButtonItem>(UIBarButtonItem::pause, viewer, "pause:");
-  viewer->navigationItem().setRightBarButtonItem(pause, true);
-  ASSERT_TRUE(screen->rightBarButton());
-  EXPECT_EQ(screen->rightBarButton()->type(), "UIBarButtonItem");
-  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/pause");
-  EXPECT_TRUE(screen->rightBarButton()->press());
-  EXPECT_EQ(sender, pause);
-  viewer->navigationItem().setRightBarButtonItem(std::make_shared<UIBarButtonItem>(UIBarButtonItem::play, viewer, "pause:"), true);
-  EXPECT_EQ(screen->rightBarButton()->image(), "image://nimbrel/asset/play");
-  viewer->navigationItem().setRightBarButtonItem(nullptr, true);
-  EXPECT_FALSE(screen->rightBarButton());
-  viewer->view()->setBackgroundColor(UIColor::blackColor());
-  EXPECT_EQ(screen->rootView()->state()["background"].value<QColor>(), QColor(Qt::black));
-
-  EXPECT_TRUE(screen->goBack());
-  loop_.settle();
-  EXPECT_EQ(nav->viewControllers().size(), 1u);
 }
 
 }  // namespace

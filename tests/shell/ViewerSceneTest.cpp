@@ -22,8 +22,7 @@ TEST_F(ViewerSceneTest, ADoubleClickZoomsAroundThePointAndCancelsItsFirstClicksS
   start({390, 844});
   auto viewer = open("STILL/L0/001");
   QQuickItem* still = item("still");
-  ASSERT_TRUE(still);
-  EXPECT_TRUE(still->isVisible());
+  ASSERT_TRUE(still && still->isVisible());
   EXPECT_NEAR(still->width(), 390, 0.5);
 
   QTest::mouseDClick(window_, Qt::LeftButton, Qt::NoModifier, QPoint(100, 200));
@@ -113,60 +112,51 @@ TEST_F(ViewerSceneTest, CtrlWheelZoomsWithinTheLimitsAndADragPansTheZoomedPictur
 }
 
 
-class VideoViewerTest : public ViewerSceneTest {
- protected:
-  void run(QSize size, const QString& form) {
-    start(size);
-    auto viewer = open<VideoPreviewViewController>("MOVIE/L0/001");
-    ASSERT_TRUE(viewer);
-    ASSERT_TRUE(viewer->player());
-    EXPECT_TRUE(viewer->player()->isPlaying());
-    QQuickItem* layer = item("playerLayer");
-    ASSERT_TRUE(layer);
-    EXPECT_TRUE(layer->isVisible());
-    // Two taps: into full screen and out again, which shows the bar.
-    click({size.width() / 2, size.height() / 2});
-    wait(0.5);
-    click({size.width() / 2, size.height() / 2});
-    wait(0.8);
-    ASSERT_FALSE(nav()->isNavigationBarHidden());
-    QQuickItem* right = item("rightBarButton");
-    ASSERT_TRUE(right);
-    ASSERT_TRUE(right->isVisible());
-    EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->pauseBarButton);
-    screenshot(QStringLiteral("video-viewer-") + form);
-    click(centreOf(right));
-    loop_->settle();
-    EXPECT_FALSE(viewer->player()->isPlaying());
-    EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->playBarButton);
-    wait(0.35);
-    screenshot(QStringLiteral("video-viewer-paused-") + form);
-    click(centreOf(right));
-    loop_->settle();
-    EXPECT_TRUE(viewer->player()->isPlaying());
-  }
-};
+class VideoViewerTest : public ViewerSceneTest, public ::testing::WithParamInterface<QSize> {};
 
-TEST_F(VideoViewerTest, OnAPhoneTheRightButtonPausesAndPlays) {
-  run({390, 844}, QStringLiteral("phone"));
+TEST_P(VideoViewerTest, TheRightButtonPausesAndPlays) {
+  const QSize size = GetParam();
+  const QString form = size.width() >= 700 ? QStringLiteral("pad") : QStringLiteral("phone");
+  start(size);
+  auto viewer = open<VideoPreviewViewController>("MOVIE/L0/001");
+  ASSERT_TRUE(viewer);
+  ASSERT_TRUE(viewer->player());
+  EXPECT_TRUE(viewer->player()->isPlaying());
+  QQuickItem* layer = item("playerLayer");
+  ASSERT_TRUE(layer && layer->isVisible());
+  // Two taps: into full screen and out again, which shows the bar.
+  click({size.width() / 2, size.height() / 2});
+  wait(0.5);
+  click({size.width() / 2, size.height() / 2});
+  wait(0.8);
+  ASSERT_FALSE(nav()->isNavigationBarHidden());
+  QQuickItem* right = item("rightBarButton");
+  ASSERT_TRUE(right && right->isVisible());
+  EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->pauseBarButton);
+  screenshot(QStringLiteral("video-viewer-") + form);
+  click(centreOf(right));
+  loop_->settle();
+  EXPECT_FALSE(viewer->player()->isPlaying());
+  EXPECT_EQ(viewer->navigationItem().rightBarButtonItem(), viewer->playBarButton);
+  wait(0.35);
+  screenshot(QStringLiteral("video-viewer-paused-") + form);
+  click(centreOf(right));
+  loop_->settle();
+  EXPECT_TRUE(viewer->player()->isPlaying());
 }
 
-TEST_F(VideoViewerTest, OnAPadTheRightButtonPausesAndPlays) {
-  run({1024, 1366}, QStringLiteral("pad"));
-}
+INSTANTIATE_TEST_SUITE_P(Forms, VideoViewerTest, ::testing::Values(QSize(390, 844), QSize(1024, 1366)));
 
 TEST_F(ViewerSceneTest, TheLiveBadgeSitsAtItsFrameAndFadesInFullScreen) {
   start({390, 844});
   auto viewer = open<LivePreviewViewController>("LIVE/L0/001");
   ASSERT_TRUE(viewer);
   QQuickItem* photo = item("livePhoto");
-  ASSERT_TRUE(photo);
-  EXPECT_TRUE(photo->isVisible());
+  ASSERT_TRUE(photo && photo->isVisible());
   EXPECT_NEAR(photo->width(), 390, 0.5) << "the platform made the view before it had a size; the window gives it one";
   EXPECT_NEAR(photo->height(), 844, 0.5);
   QQuickItem* badge = item("liveBadge");
-  ASSERT_TRUE(badge);
-  EXPECT_TRUE(badge->isVisible());
+  ASSERT_TRUE(badge && badge->isVisible());
   const QPointF at = badge->mapToScene(QPointF(0, 0));
   EXPECT_NEAR(at.x(), viewer->badgeView->frame().minX(), 0.5);
   EXPECT_NEAR(at.y(), viewer->badgeView->frame().minY(), 0.5);
@@ -236,8 +226,7 @@ TEST_F(ViewerSceneTest, APanelSpringsInWhenItsPulseIsRecordedAndATouchBesideTheC
   EXPECT_LT(smallest, 0.6) << "it started from the record's 0.5";
   EXPECT_NEAR(stage->scale(), 1.0, 1e-9);
   QQuickItem* card = item("panelCard");
-  ASSERT_TRUE(card);
-  EXPECT_TRUE(card->isVisible());
+  ASSERT_TRUE(card && card->isVisible());
   QQuickItem* name = item("value_lblFileName");
   ASSERT_TRUE(name);
   EXPECT_EQ(name->property("text").toString(), "IMG_0001.JPG");

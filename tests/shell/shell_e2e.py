@@ -1,15 +1,10 @@
 #!/usr/bin/env python3
-"""Drives the Qt program (offscreen) and the headless runner through the same steps from launch:
-splash, home, the images screen, an album, the photo viewer (a double tap, a double tap back, a
-single tap that brings the bar), the live photo viewer, a long press, the info panel for one item
-and for two, the menu, storage analysis, settings; then, from a second launch, the videos screen
-and the system player; from a third, the documents screen, an import through the picker and the
-previews of a one-page PDF, of text and of a file with no view; from a fourth, the music screen
-and the music player. Each `tree` of the Qt program must match the headless runner's (screens,
-their outlets, the overlays; `now` and each program's own library folder aside), and a few must
-show what the steps were for. The Qt program takes a gesture as a person's clicks on its window,
-the runner hands it to the recogniser. Screenshots of every scene are kept under the artifacts
-folder, and any Qt or QML warning in the program's log fails the run.
+"""Drives the Qt program (offscreen) and the headless runner through the same steps, from four
+launches (images, videos, documents, music). Each `tree` of the Qt program must match the headless
+runner's (screens, their outlets, the overlays; `now` and each program's own library folder aside),
+and a few must show what the steps were for. The Qt program takes a gesture as a person's clicks on
+its window, the runner hands it to the recogniser. Screenshots of every scene are kept under the
+artifacts folder, and any Qt or QML warning in the program's log fails the run.
 
 usage: shell_e2e.py NIMBREL NIMBREL_HEADLESS FIXTURE ARTIFACTS_DIR {phone|pad}
 """
@@ -29,79 +24,48 @@ LIVE_ROW = 0
 STILL_ROW = 1
 
 STEPS = [
-    ("advance", {"op": "advance", "seconds": 1.2}),
+    ("advance", 1.2),
     ("shot", "splash"),
-    ("advance", {"op": "advance", "seconds": 4.6}),
-    ("tree", "home"),
-    ("shot", "home"),
-    ("send", {"op": "action", "selector": "onImagesBtn:", "sender": "btnImages"}),
-    ("advance", {"op": "advance", "seconds": 1.2}),
-    ("tree", "images"),
-    ("shot", "images"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "album"),
-    ("shot", "album"),
+    ("advance", 4.6),
+    ("look", "home"),
+    ("send", {"op": "action", "selector": "onImagesBtn:", "sender": "btnImages"}, 1.2),
+    ("look", "images"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}, 0.8),
+    ("look", "album"),
     # The photo viewer: a double tap zooms around the point, another zooms out, a single tap
     # (after the platform's wait for a second one) leaves full screen and brings the bar.
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": STILL_ROW}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "viewer"),
-    ("shot", "viewer"),
-    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("tree", "viewer-zoomed"),
-    ("shot", "viewer-zoomed"),
-    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("send", {"op": "gesture", "recognizer": "singleTapRecognizer", "x": 200, "y": 420}),
-    ("advance", {"op": "advance", "seconds": 0.2}),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": STILL_ROW}, 0.8),
+    ("look", "viewer"),
+    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}, 0.6),
+    ("look", "viewer-zoomed"),
+    ("send", {"op": "gesture", "recognizer": "doubleTapRecognizer", "x": 120, "y": 300}, 0.6),
+    ("send", {"op": "gesture", "recognizer": "singleTapRecognizer", "x": 200, "y": 420}, 0.2),
     ("tree", "viewer-waiting"),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("tree", "viewer-bar"),
-    ("shot", "viewer-bar"),
-    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("advance", 0.6),
+    ("look", "viewer-bar"),
+    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}, 0.6),
     # The live photo.
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": LIVE_ROW}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "live"),
-    ("shot", "live"),
-    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("send", {"op": "longPress", "collection": "albumsCollectionView", "row": 1}),
-    ("advance", {"op": "advance", "seconds": 0.4}),
-    ("tree", "selection"),
-    ("shot", "selection"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": LIVE_ROW}, 0.8),
+    ("look", "live"),
+    ("send", {"op": "action", "selector": "onBackBtn:", "screen": "ImagesVC"}, 0.6),
+    ("send", {"op": "longPress", "collection": "albumsCollectionView", "row": 1}, 0.4),
+    ("look", "selection"),
     # The info panel for the one selected item, then for two.
-    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "info-one"),
-    ("shot", "info-one"),
-    ("send", {"op": "action", "selector": "onExitBtn:", "sender": "btnExit"}),
-    ("advance", {"op": "advance", "seconds": 0.5}),
+    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}, 0.8),
+    ("look", "info-one"),
+    ("send", {"op": "action", "selector": "onExitBtn:", "sender": "btnExit"}, 0.5),
     ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 2}),
-    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}),
-    ("advance", {"op": "advance", "seconds": 1.0}),
-    ("tree", "info-several"),
-    ("shot", "info-several"),
-    ("send", {"op": "action", "selector": "onDoneBtn:", "sender": "btnDone"}),
-    ("advance", {"op": "advance", "seconds": 0.5}),
+    ("send", {"op": "action", "selector": "onInfoBtn:", "sender": "btnInfo"}, 1.0),
+    ("look", "info-several"),
+    ("send", {"op": "action", "selector": "onDoneBtn:", "sender": "btnDone"}, 0.5),
     ("tree", "selection-after-info"),
-    ("send", {"op": "action", "selector": "onMenuBtn:", "sender": "btnMrnu"}),
-    ("advance", {"op": "advance", "seconds": 0.3}),
-    ("tree", "menu"),
-    ("shot", "menu"),
-    ("send", {"op": "menu", "index": 1}),
-    ("advance", {"op": "advance", "seconds": 2.8}),
-    ("tree", "storage"),
-    ("shot", "storage"),
-    ("send", {"op": "action", "selector": "onMenuBtn:", "sender": "btnMenu"}),
-    ("advance", {"op": "advance", "seconds": 0.2}),
-    ("send", {"op": "menu", "index": 0}),
-    ("advance", {"op": "advance", "seconds": 1.2}),
-    ("tree", "settings"),
-    ("shot", "settings"),
+    ("send", {"op": "action", "selector": "onMenuBtn:", "sender": "btnMrnu"}, 0.3),
+    ("look", "menu"),
+    ("send", {"op": "menu", "index": 1}, 2.8),
+    ("look", "storage"),
+    ("send", {"op": "action", "selector": "onMenuBtn:", "sender": "btnMenu"}, 0.2),
+    ("send", {"op": "menu", "index": 0}, 1.2),
+    ("look", "settings"),
 ]
 
 # What a few trees must show, on both sides, so that two programs doing nothing alike would not
@@ -127,39 +91,27 @@ CHECKS = {
 
 # From a second launch: the videos screen, a video in the system player.
 VIDEO_STEPS = [
-    ("advance", {"op": "advance", "seconds": 5.8}),
-    ("send", {"op": "action", "selector": "onVideoBtn:", "sender": "btnVideo"}),
-    ("advance", {"op": "advance", "seconds": 1.2}),
+    ("advance", 5.8),
+    ("send", {"op": "action", "selector": "onVideoBtn:", "sender": "btnVideo"}, 1.2),
     ("tree", "videos"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "video-album"),
-    ("shot", "video-album"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
-    ("advance", {"op": "advance", "seconds": 1.0}),
-    ("tree", "system-player"),
-    ("shot", "system-player"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}, 0.8),
+    ("look", "video-album"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}, 1.0),
+    ("look", "system-player"),
     ("players", "system-player"),
 ]
 
 # From a third launch: the music screen, an album's songs, a song in the music player, paused at
 # once so that both programs' counters stand at the same second.
 MUSIC_STEPS = [
-    ("advance", {"op": "advance", "seconds": 5.8}),
-    ("send", {"op": "action", "selector": "onAudioBtn:", "sender": "btnAudio"}),
-    ("advance", {"op": "advance", "seconds": 1.2}),
-    ("tree", "audio"),
-    ("shot", "audio"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
-    ("advance", {"op": "advance", "seconds": 0.8}),
-    ("tree", "audio-album"),
-    ("shot", "audio-album"),
-    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}),
-    ("advance", {"op": "advance", "seconds": 0.3}),
-    ("send", {"op": "action", "selector": "btnPlay:", "sender": "btnPlayOutlet"}),
-    ("advance", {"op": "advance", "seconds": 0.5}),
-    ("tree", "music-player"),
-    ("shot", "music-player"),
+    ("advance", 5.8),
+    ("send", {"op": "action", "selector": "onAudioBtn:", "sender": "btnAudio"}, 1.2),
+    ("look", "audio"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}, 0.8),
+    ("look", "audio-album"),
+    ("send", {"op": "tap", "collection": "albumsCollectionView", "row": 0}, 0.3),
+    ("send", {"op": "action", "selector": "btnPlay:", "sender": "btnPlayOutlet"}, 0.5),
+    ("look", "music-player"),
     ("players", "music-player"),
 ]
 
@@ -248,30 +200,20 @@ def differences(a, b, path=""):
 # From a third launch: the documents screen, and the preview of a real PDF, of text and of a file
 # the program cannot show.
 DOCUMENT_STEPS = [
-    ("advance", {"op": "advance", "seconds": 5.8}),
-    ("send", {"op": "action", "selector": "onDocumentBtn:", "sender": "btnDocument"}),
-    ("advance", {"op": "advance", "seconds": 1.2}),
-    ("tree", "documents"),
-    ("shot", "documents"),
-    ("send", {"op": "action", "selector": "onOpenDocumentOicker:", "sender": "btnImport"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("advance", 5.8),
+    ("send", {"op": "action", "selector": "onDocumentBtn:", "sender": "btnDocument"}, 1.2),
+    ("look", "documents"),
+    ("send", {"op": "action", "selector": "onOpenDocumentOicker:", "sender": "btnImport"}, 0.6),
     ("tree", "document-picker"),
-    ("send", {"op": "picker", "pick": "imported.txt"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
+    ("send", {"op": "picker", "pick": "imported.txt"}, 0.6),
     ("tree", "documents-imported"),
-    ("tapNamed", "a-page.pdf"),
-    ("advance", {"op": "advance", "seconds": 2.0}),
-    ("tree", "preview-pdf"),
-    ("shot", "preview-pdf"),
-    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("tapNamed", "imported.txt"),
-    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("tapNamed", "a-page.pdf", 2.0),
+    ("look", "preview-pdf"),
+    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}, 0.6),
+    ("tapNamed", "imported.txt", 0.8),
     ("shot", "preview-text"),
-    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}),
-    ("advance", {"op": "advance", "seconds": 0.6}),
-    ("tapNamed", "archive.bin"),
-    ("advance", {"op": "advance", "seconds": 0.8}),
+    ("send", {"op": "action", "selector": "backButtonPressed:", "sender": "backButton"}, 0.6),
+    ("tapNamed", "archive.bin", 0.8),
     ("shot", "preview-other"),
 ]
 
@@ -318,9 +260,17 @@ def with_documents(fixture):
     return fixture
 
 
+def expanded(steps):
+    """A step's third element is the seconds to advance after it; "look" is a tree and a screenshot."""
+    for kind, what, *after in steps:
+        yield from ((("tree", what), ("shot", what)) if kind == "look" else
+                    [("advance", {"op": "advance", "seconds": what}) if kind == "advance" else (kind, what)])
+        yield from (("advance", {"op": "advance", "seconds": s}) for s in after)
+
+
 def run_steps(steps, qt, sim, artifacts, form, failures, seen):
     homes = [p.ask({"op": "paths"}).get("home") for p in (qt, sim)]
-    for kind, what in steps:
+    for kind, what in expanded(steps):
         if kind == "shot":
             path = os.path.join(artifacts, f"{what}-{form}.png")
             answer = qt.ask({"op": "screenshot", "path": path})
@@ -376,12 +326,10 @@ def main():
         if form == "pad":
             fixture["device"] = {"idiom": "pad", "systemVersion": "17.0",
                                  "screen": {"width": 1024, "height": 1366, "scale": 2}}
-        fixture_file = os.path.join(scratch, "fixture.json")
-        with open(fixture_file, "w", encoding="utf-8") as f:
-            json.dump(fixture, f)
-        documents_file = os.path.join(scratch, "documents.json")
-        with open(documents_file, "w", encoding="utf-8") as f:
-            json.dump(with_documents(fixture), f)
+        fixture_file, documents_file = (os.path.join(scratch, name) for name in ("fixture.json", "documents.json"))
+        for path, content in ((fixture_file, fixture), (documents_file, with_documents(fixture))):
+            with open(path, "w", encoding="utf-8") as f:
+                json.dump(content, f)
         runtime = os.path.join(scratch, "runtime")
         os.mkdir(runtime, 0o700)
         env = dict(os.environ, TMPDIR=scratch, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",

@@ -19,6 +19,7 @@ from shell_e2e import Program
 NAME = "org.mpris.MediaPlayer2.nimbrel"
 PATH = "/org/mpris/MediaPlayer2"
 PLAYER = "org.mpris.MediaPlayer2.Player"
+TRACK = "/org/nimbrel/track/1311234567890123"
 
 
 def bus(method, *args, interface=PLAYER):
@@ -58,7 +59,9 @@ def ask(program, request):
     return answer
 
 
-def settle(program):
+def call(program, method, *args):
+    """A call on the bus, then a moment for the program to act on it."""
+    bus(method, *args)
     ask(program, {"op": "advance", "seconds": 0.2})
 
 
@@ -102,50 +105,41 @@ def main():
             check("screen", screen["id"], "MusicPlayerVC")
 
             meta = metadata()
-            check("title", meta.get("xesam:title"), "Blue")
-            check("artist", meta.get("xesam:artist"), ["Ana"])
-            check("album", meta.get("xesam:album"), "Sea")
-            check("length", meta.get("mpris:length"), 205 * 1000000)
-            check("track id", meta.get("mpris:trackid"), "/org/nimbrel/track/1311234567890123")
+            for key, expected in {"xesam:title": "Blue", "xesam:artist": ["Ana"], "xesam:album": "Sea",
+                                  "mpris:length": 205 * 1000000, "mpris:trackid": TRACK}.items():
+                check(key, meta.get(key), expected)
             art = meta.get("mpris:artUrl") or ""
             if not art.startswith("file://") or not os.path.getsize(art[len("file://"):]):
                 failures.append(f"art: {art!r} is no file")
             check("status", prop("PlaybackStatus"), "Playing")
             check("can seek", prop("CanSeek"), True)
 
-            bus("Pause")
-            settle(qt)
+            call(qt, "Pause")
             check("button after Pause", top(qt)["outlets"]["btnPlayOutlet"]["image"], "play")
             check("status after Pause", prop("PlaybackStatus"), "Paused")
             check("players after Pause", [p["playing"] for p in ask(qt, {"op": "players"})["players"]], [False])
-            bus("Pause")  # a second Pause is no press: a press would play again
-            settle(qt)
+            call(qt, "Pause")  # a second Pause is no press: a press would play again
             check("status after a second Pause", prop("PlaybackStatus"), "Paused")
 
             paused_at = prop("Position")
-            bus("Seek", "int64:5000000")
-            settle(qt)
+            call(qt, "Seek", "int64:5000000")
             check("position after Seek ahead", prop("Position"), paused_at + 15 * 1000000)
             screen = top(qt)
             seconds = (paused_at + 15 * 1000000) // 1000000
             check("time label after Seek ahead", screen["outlets"]["lblTime"]["text"], f"{seconds // 60:02d}:{seconds % 60:02d}")
             check("slider after Seek ahead", screen["outlets"]["sliderOutlet"]["value"], seconds)
             check("status after a jump while paused", prop("PlaybackStatus"), "Paused")
-            bus("Seek", "int64:-1")
-            settle(qt)
+            call(qt, "Seek", "int64:-1")
             check("position after Seek back", prop("Position"), paused_at)
 
-            bus("SetPosition", "objpath:/org/nimbrel/track/1311234567890123", "int64:100000000")
-            settle(qt)
+            call(qt, "SetPosition", "objpath:" + TRACK, "int64:100000000")
             check("slider after SetPosition", top(qt)["outlets"]["sliderOutlet"]["value"], 100)
             check("position after SetPosition", prop("Position"), 100 * 1000000)
 
-            bus("Play")
-            settle(qt)
+            call(qt, "Play")
             check("button after Play", top(qt)["outlets"]["btnPlayOutlet"]["image"], "pause")
             check("status after Play", prop("PlaybackStatus"), "Playing")
-            bus("PlayPause")
-            settle(qt)
+            call(qt, "PlayPause")
             check("status after PlayPause", prop("PlaybackStatus"), "Paused")
 
             ask(qt, {"op": "action", "selector": "btnClose:", "sender": "btnClose"})

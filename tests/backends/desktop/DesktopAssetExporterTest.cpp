@@ -38,10 +38,7 @@ std::optional<Read> readBack(const std::string& path) {
 class DesktopAssetExporterTest : public ::testing::Test {
  protected:
   std::string song(const std::string& name, double seconds = 2) {
-    SampleSong s;
-    s.seconds = seconds;
-    s.title = "Tone";
-    EXPECT_TRUE(writeSampleSong(root / name, s));
+    EXPECT_TRUE(writeSampleSong(root / name, {seconds, "Tone", std::nullopt, std::nullopt, std::nullopt}));
     return root / name;
   }
   bool exportTo(const std::string& source, const std::string& target) {

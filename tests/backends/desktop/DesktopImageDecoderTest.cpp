@@ -19,14 +19,19 @@ bool reddish(const std::vector<std::uint8_t>& rgba, int width, int x, int y) {
 
 UIImage::Pixels picture(const std::string& source, int width, int height) { return {width, height, {}, source}; }
 
+// The one copy the decoder keeps in its cache folder.
+std::string keptCover(const std::string& folder) {
+  std::vector<fs::path> kept(fs::directory_iterator(folder), fs::directory_iterator{});
+  EXPECT_EQ(kept.size(), 1u);
+  return kept.empty() ? "" : kept.front().string();
+}
+
 // The sample cover is 64 × 32 with a red top-left quarter: filling a square keeps its middle, so
 // the red shows in the top-left quarter of the result and nowhere on the right.
 TEST(DesktopImageDecoderTest, EmbeddedCoversOfEachFormatFillTheBoxAroundTheirCentre) {
   TempFolder root;
   ASSERT_TRUE(writeSampleJpeg(root / "cover.jpg", 64, 32));
-  SampleSong song;
-  song.seconds = 0.5;
-  song.artworkJpeg = root / "cover.jpg";
+  SampleSong song{0.5, std::nullopt, std::nullopt, std::nullopt, root / "cover.jpg"};
   DesktopImageDecoder decoder;
   for (const char* name : {"a.mp3", "b.flac", "c.m4a"}) {
     SCOPED_TRACE(name);
@@ -48,20 +53,15 @@ TEST(DesktopImageDecoderTest, EmbeddedCoversOfEachFormatFillTheBoxAroundTheirCen
 TEST(DesktopImageDecoderTest, ACoverIsReadOnceIntoTheCacheUntilTheSongChanges) {
   TempFolder root;
   ASSERT_TRUE(writeSampleJpeg(root / "cover.jpg", 2400, 1200));
-  SampleSong song;
-  song.seconds = 0.5;
-  song.artworkJpeg = root / "cover.jpg";
+  SampleSong song{0.5, std::nullopt, std::nullopt, std::nullopt, root / "cover.jpg"};
   ASSERT_TRUE(writeSampleSong(root / "a.mp3", song));
   DesktopImageDecoder decoder(root / "covers");
   auto first = decoder.decode(picture(root / "a.mp3#artwork", 40, 40));
   ASSERT_TRUE(first);
   EXPECT_TRUE(reddish(*first, 40, 4, 4));
-  std::vector<fs::path> kept;
-  for (const auto& e : fs::directory_iterator(root / "covers")) kept.push_back(e.path());
-  ASSERT_EQ(kept.size(), 1u);
 
   // What the cache holds is what shows, until the song's file changes.
-  ASSERT_TRUE(writeJpeg(kept.front().string(), RgbaImage(1024, 512)));
+  ASSERT_TRUE(writeJpeg(keptCover(root / "covers"), RgbaImage(1024, 512)));
   EXPECT_FALSE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
   ASSERT_TRUE(writeSampleSong(root / "a.mp3", song));
   EXPECT_TRUE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
@@ -69,10 +69,7 @@ TEST(DesktopImageDecoderTest, ACoverIsReadOnceIntoTheCacheUntilTheSongChanges) {
   // A scan makes the copy ahead of any showing, and leaves one that is there alone.
   fs::remove_all(root / "covers");
   decoder.prepareCover(root / "a.mp3");
-  kept.clear();
-  for (const auto& e : fs::directory_iterator(root / "covers")) kept.push_back(e.path());
-  ASSERT_EQ(kept.size(), 1u);
-  ASSERT_TRUE(writeJpeg(kept.front().string(), RgbaImage(1024, 512)));
+  ASSERT_TRUE(writeJpeg(keptCover(root / "covers"), RgbaImage(1024, 512)));
   decoder.prepareCover(root / "a.mp3");
   EXPECT_FALSE(reddish(*decoder.decode(picture(root / "a.mp3#artwork", 40, 40)), 40, 4, 4));
 }

@@ -27,15 +27,9 @@ using namespace testing;
 
 TEST(DesktopLocationsTest, XdgFoldersAndOverridesDecideWhereThingsLive) {
   TempFolder home;
-  ScopedEnv h("HOME", home.path());
-  ScopedEnv data("XDG_DATA_HOME", home / "data");
-  ScopedEnv config("XDG_CONFIG_HOME", home / "config");
-  ScopedEnv cache("XDG_CACHE_HOME", "relative/ignored");
-  ScopedEnv state("XDG_STATE_HOME", std::nullopt);
-  ScopedEnv app("NIMBREL_HOME", std::nullopt);
-  ScopedEnv pics("XDG_PICTURES_DIR", std::nullopt);
-  ScopedEnv vids("XDG_VIDEOS_DIR", std::nullopt);
-  ScopedEnv music("NIMBREL_MUSIC", home / "Tunes");
+  ScopedEnv env[] = {{"HOME", home.path()}, {"XDG_DATA_HOME", home / "data"}, {"XDG_CONFIG_HOME", home / "config"},
+                     {"XDG_CACHE_HOME", "relative/ignored"}, {"XDG_STATE_HOME", std::nullopt}, {"NIMBREL_HOME", std::nullopt},
+                     {"XDG_PICTURES_DIR", std::nullopt}, {"XDG_VIDEOS_DIR", std::nullopt}, {"NIMBREL_MUSIC", home / "Tunes"}};
   fs::create_directories(home / "config");
   std::ofstream(home / "config/user-dirs.dirs") << "# comment\nXDG_PICTURES_DIR=\"$HOME/Bilder\"\n"
                                                     "XDG_VIDEOS_DIR=\"$HOME/\"\nXDG_MUSIC_DIR=\"$HOME/Musik\"\n";
@@ -88,15 +82,9 @@ TEST(DesktopPlatformTest, InstallsEverySourceOverTheUsersFolders) {
   TempFolder home;
   fs::create_directories(home / "Pictures");
   ASSERT_TRUE(writeSampleJpeg(home / "Pictures/a.jpg", 40, 30));
-  ScopedEnv h("HOME", home.path());
-  ScopedEnv data("XDG_DATA_HOME", home / "data");
-  ScopedEnv config("XDG_CONFIG_HOME", home / "config");
-  ScopedEnv cache("XDG_CACHE_HOME", home / "cache");
-  ScopedEnv state("XDG_STATE_HOME", home / "state");
-  ScopedEnv lang("LANG", "fr_FR.UTF-8");
-  ScopedEnv lcall("LC_ALL", std::nullopt);
-  ScopedEnv lcmsg("LC_MESSAGES", std::nullopt);
-  ScopedEnv tz("TZ", "Europe/Paris");
+  ScopedEnv env[] = {{"HOME", home.path()}, {"XDG_DATA_HOME", home / "data"}, {"XDG_CONFIG_HOME", home / "config"},
+                     {"XDG_CACHE_HOME", home / "cache"}, {"XDG_STATE_HOME", home / "state"}, {"LANG", "fr_FR.UTF-8"},
+                     {"LC_ALL", std::nullopt}, {"LC_MESSAGES", std::nullopt}, {"TZ", "Europe/Paris"}};
   {
     DesktopPlatform::Options options;
     options.runLoop = DesktopPlatform::RunLoopChoice::own;

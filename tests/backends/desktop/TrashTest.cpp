@@ -54,7 +54,7 @@ TEST(TrashTest, ASecondFileOfTheSameNameGetsANameOfItsOwn) {
   EXPECT_NE(readText(two->info).find("Path=" + escapeTrashPath(home / "b/x.jpg")), std::string::npos);
 }
 
-TEST(TrashTest, RestorePutsTheFileBackAndNeverOverwrites) {
+TEST(TrashTest, RestorePutsTheFileBackAndNeverOverwritesAndAMissingFileIsNotTrashed) {
   TempFolder home;
   std::ofstream(home / "x.jpg") << "mine";
   Trash trash(home / "Trash");
@@ -66,11 +66,6 @@ TEST(TrashTest, RestorePutsTheFileBackAndNeverOverwrites) {
   EXPECT_TRUE(trash.restore(*moved, home / "y.jpg"));
   EXPECT_EQ(readText(home / "y.jpg"), "mine");
   EXPECT_FALSE(fs::exists(moved->info));
-}
-
-TEST(TrashTest, AMissingFileIsNotTrashed) {
-  TempFolder home;
-  Trash trash(home / "Trash");
   EXPECT_FALSE(trash.moveToTrash(home / "nothing.jpg"));
 }
 

@@ -20,7 +20,7 @@ import sys
 import tempfile
 import time
 
-from desktop_library import Runner, cells, open_albums, texts, top
+from desktop_library import Runner, desktop_env, open_album, open_albums, open_first_picture
 
 
 class LoggedRunner(Runner):
@@ -47,17 +47,12 @@ def start_to_home(headless, env, stderr_path):
     return runner, tree
 
 
-def open_first_picture(runner, album, expect_prompt):
-    tree = open_albums(runner, expect_prompt)
-    row = next(i for i, c in enumerate(cells(tree)) if any(album in t for t in texts(c)))
-    runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-    runner.until(album, lambda t: top(t)["outlets"]["lbSubFolderName"]["text"] == album and cells(t))
+def open_picture_of(runner, album, expect_prompt):
+    open_album(runner, open_albums(runner, expect_prompt), album)
     if expect_prompt:
         runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
         runner.ok({"op": "action", "selector": "onFavBtn:"})
-    runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
-    runner.until("the viewer", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
-    return runner.ok({"op": "state"})["recentFiles"][0]["url"]
+    return open_first_picture(runner)[0]["url"]
 
 
 def remove_all(folder):
@@ -78,16 +73,13 @@ def main():
     headless, demo_maker, plutil = sys.argv[1:4]
     with tempfile.TemporaryDirectory(prefix="nimbrel-desktop-hardening-") as home:
         subprocess.run([demo_maker, home], check=True, stdout=subprocess.DEVNULL)
-        env = {k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "NIMBREL_"))}
-        env.update(HOME=home, XDG_DATA_HOME=f"{home}/.local/share", XDG_CONFIG_HOME=f"{home}/.config",
-                   XDG_CACHE_HOME=f"{home}/.cache", XDG_STATE_HOME=f"{home}/.local/state",
-                   NIMBREL_HOME=f"{home}/.local/share/nimbrel", NIMBREL_ADS="none")
+        env = desktop_env(home, NIMBREL_ADS="none")
         err, prefs = os.path.join(home, "stderr.txt"), os.path.join(home, ".config", "nimbrel", "preferences.plist")
         log_file = os.path.join(home, ".local", "state", "nimbrel", "nimbrel.log")
 
         # 1. Deleted while running, then deleted while not running.
         runner = LoggedRunner(headless, env, err)
-        address = open_first_picture(runner, "Rome 2023", expect_prompt=True)
+        address = open_picture_of(runner, "Rome 2023", expect_prompt=True)
         favourites = runner.ok({"op": "state"})["FavouriteFiles"]
         assert [f["url"] for f in favourites] == [address], favourites
         remove_all(os.path.join(home, "Pictures", "Rome 2023"))
@@ -103,7 +95,7 @@ def main():
         runner.close()
 
         runner = LoggedRunner(headless, env, err)
-        address = open_first_picture(runner, "Tokyo", expect_prompt=False)
+        address = open_picture_of(runner, "Tokyo", expect_prompt=False)
         runner.close()
         remove_all(os.path.join(home, "Pictures", "Tokyo"))
         for expected in ([address], []):

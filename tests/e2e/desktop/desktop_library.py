@@ -65,8 +65,27 @@ def texts(cell):
     return [o.get("text") for o in cell.get("outlets", {}).values() if isinstance(o, dict) and o.get("text")]
 
 
-def alert_title(tree):
-    return (tree.get("alert") or {}).get("title", "")
+def desktop_env(home, **extra):
+    """A user whose folders are all under `home`, with none of the caller's XDG or NIMBREL settings."""
+    env = {k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "NIMBREL_"))}
+    env.update(HOME=home, XDG_DATA_HOME=f"{home}/.local/share", XDG_CONFIG_HOME=f"{home}/.config",
+               XDG_CACHE_HOME=f"{home}/.cache", XDG_STATE_HOME=f"{home}/.local/state",
+               NIMBREL_HOME=f"{home}/.local/share/nimbrel", **extra)
+    return env
+
+
+def open_album(runner, tree, album, count=None):
+    """Taps the album whose cell names `album` and waits for its pictures (`count` of them if given)."""
+    row = next(i for i, c in enumerate(cells(tree)) if any(album in t for t in texts(c)))
+    runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
+    return runner.until(album, lambda t: top(t)["outlets"]["lbSubFolderName"]["text"] == album and cells(t) and
+                        (count is None or len(cells(t)) == count))
+
+
+def open_first_picture(runner):
+    runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
+    runner.until("the viewer", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
+    return runner.ok({"op": "state"})["recentFiles"]
 
 
 def open_albums(runner, expect_prompt):
@@ -77,7 +96,7 @@ def open_albums(runner, expect_prompt):
     runner.ok({"op": "advance", "seconds": 1})
     if expect_prompt:
         tree = runner.ok({"op": "tree"})
-        assert "Access Your Photos" in alert_title(tree), tree.get("alert")
+        assert "Access Your Photos" in (tree.get("alert") or {}).get("title", ""), tree.get("alert")
         runner.ok({"op": "alert", "action": "Allow"})
     return runner.until("the albums", lambda t: top(t)["id"] == "ImagesVC" and len(cells(t)) >= 3)
 
@@ -86,14 +105,7 @@ def main():
     headless, demo_maker = sys.argv[1], sys.argv[2]
     with tempfile.TemporaryDirectory(prefix="nimbrel-desktop-e2e-") as home:
         subprocess.run([demo_maker, home], check=True, stdout=subprocess.DEVNULL)
-        env = dict(os.environ)
-        for key in ("XDG_PICTURES_DIR", "XDG_VIDEOS_DIR", "XDG_MUSIC_DIR", "NIMBREL_PICTURES", "NIMBREL_VIDEOS",
-                    "NIMBREL_MUSIC", "XDG_RUNTIME_DIR", "NIMBREL_ADS"):
-            env.pop(key, None)
-        env.update(HOME=home, XDG_DATA_HOME=f"{home}/.local/share", XDG_CONFIG_HOME=f"{home}/.config",
-                   XDG_CACHE_HOME=f"{home}/.cache", XDG_STATE_HOME=f"{home}/.local/state",
-                   NIMBREL_HOME=f"{home}/.local/share/nimbrel")
-
+        env = desktop_env(home)
         runner = Runner(headless, env)
         tree = open_albums(runner, expect_prompt=True)
         names = [t for c in cells(tree) for t in texts(c)]
@@ -101,10 +113,7 @@ def main():
             assert any(folder in n for n in names), f"no album for the folder {folder}: {names}"
 
         # Into the Rome album: its three pictures, newest first.
-        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-        tree = runner.until("the Rome album", lambda t: len(cells(t)) == 3 and
-                            top(t)["outlets"]["lbSubFolderName"]["text"] == "Rome 2023")
+        open_album(runner, tree, "Rome 2023", 3)
 
         # Delete the first picture: the platform asks, and the answer decides.
         runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
@@ -125,24 +134,15 @@ def main():
         # The screen goes back to the albums after a delete; opening a picture of what is left records it
         # by its local identifier.
         tree = runner.until("the albums after the delete", lambda t: any("Tokyo" in x for c in cells(t) for x in texts(c)))
-        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-        runner.until("the Rome album after the delete", lambda t: len(cells(t)) == 2)
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
-        runner.until("the viewer", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
-        first = runner.ok({"op": "state"})["recentFiles"]
+        open_album(runner, tree, "Rome 2023", 2)
+        first = open_first_picture(runner)
         assert len(first) == 1 and first[0]["url"].startswith("assets-library://asset/asset.JPG?id="), first
         runner.close()
 
         # A second start: no prompt again, the same identifiers for what is left.
         runner = Runner(headless, env)
-        tree = open_albums(runner, expect_prompt=False)
-        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-        runner.until("the Rome album again", lambda t: len(cells(t)) == 2)
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": 0})
-        runner.until("the viewer again", lambda t: top(t)["id"] in ("PreviewViewController", "LivePreviewViewController"))
-        again = runner.ok({"op": "state"})["recentFiles"]
+        open_album(runner, open_albums(runner, expect_prompt=False), "Rome 2023", 2)
+        again = open_first_picture(runner)
         runner.close()
         assert again[0]["url"] == first[0]["url"], f"the identifier moved: {first} then {again}"
     print("desktop library: prompts, albums, delete to the trash and a second start checked")

@@ -6,7 +6,7 @@ import subprocess
 import sys
 import tempfile
 
-from desktop_library import Runner, cells, open_albums, texts
+from desktop_library import Runner, desktop_env, open_album, open_albums
 
 NAMES = ["IMG_2001.jpg", "IMG_2002.jpg", "IMG_2003.jpg"]
 
@@ -15,19 +15,15 @@ def main():
     headless, demo_maker = sys.argv[1], sys.argv[2]
     with tempfile.TemporaryDirectory(prefix="nimbrel-share-e2e-") as home:
         subprocess.run([demo_maker, home], check=True, stdout=subprocess.DEVNULL)
-        env = {k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "NIMBREL_"))}
         os.makedirs(f"{home}/run", mode=0o700)
-        env.update(HOME=home, XDG_RUNTIME_DIR=f"{home}/run", PATH="/nonexistent")  # no xdg-email
+        env = desktop_env(home, XDG_RUNTIME_DIR=f"{home}/run", PATH="/nonexistent")  # no xdg-email
         target = os.path.join(home, "Saved")
         os.makedirs(target)
         for name in NAMES:
             open(os.path.join(target, name), "w").write("mine")
 
         runner = Runner(headless, env)
-        tree = open_albums(runner, expect_prompt=True)
-        row = next(i for i, c in enumerate(cells(tree)) if any("Rome 2023" in t for t in texts(c)))
-        runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})
-        runner.until("the Rome album", lambda t: len(cells(t)) == 3)
+        open_album(runner, open_albums(runner, expect_prompt=True), "Rome 2023", 3)
         runner.ok({"op": "longPress", "collection": "albumsCollectionView", "row": 0})
         for row in (1, 2):
             runner.ok({"op": "tap", "collection": "albumsCollectionView", "row": row})

@@ -65,17 +65,14 @@ TEST_F(DesktopPermissionsTest, TheFirstRequestAsksAndTheAnswerIsKeptForTheNextRu
 
 TEST_F(DesktopPermissionsTest, DontAllowGivesEachKindsRefusal) {
   auto authority = std::make_shared<DesktopPermissions>(path);
-  int music = -1, photos = -1;
-  authority->request(Kind::music, [&](int s) { music = s; });
-  loop.runUntilIdle();
-  alert()->pressActionWithTitle("Don't Allow");
-  loop.runUntilIdle();
-  authority->request(Kind::photos, [&](int s) { photos = s; });
-  loop.runUntilIdle();
-  alert()->pressActionWithTitle("Don't Allow");
-  loop.runUntilIdle();
-  EXPECT_EQ(music, 1);
-  EXPECT_EQ(photos, 2);
+  for (auto [kind, refusal] : {std::pair{Kind::music, 1}, std::pair{Kind::photos, 2}}) {
+    int answer = -1;
+    authority->request(kind, [&](int s) { answer = s; });
+    loop.runUntilIdle();
+    alert()->pressActionWithTitle("Don't Allow");
+    loop.runUntilIdle();
+    EXPECT_EQ(answer, refusal);
+  }
   EXPECT_EQ(DesktopPermissions(path).status(Kind::music), 1);
 }
 
@@ -102,12 +99,6 @@ TEST_F(DesktopPermissionsTest, AKeptAnswerCanBeChangedOrForgotten) {
   authority->request(Kind::photos, [](int) {});
   loop.runUntilIdle();
   EXPECT_TRUE(alert()) << "forgotten means asked again";
-}
-
-TEST_F(DesktopPermissionsTest, KindsHaveNames) {
-  EXPECT_EQ(DesktopPermissions::kindNamed("music"), Kind::music);
-  EXPECT_FALSE(DesktopPermissions::kindNamed("camera"));
-  EXPECT_STREQ(DesktopPermissions::name(Kind::tracking), "tracking");
 }
 
 }  // namespace

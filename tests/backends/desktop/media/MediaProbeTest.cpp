@@ -18,13 +18,7 @@ using namespace testing;
 TEST(MediaProbeTest, ReadsDateSizeOrientationAndPlaceFromExif) {
   TempFolder dir;
   std::string path = dir / "IMG_1.jpg";
-  SampleExif exif;
-  exif.dateTimeOriginal = "2021:07:14 18:30:05";
-  exif.offsetTimeOriginal = "+02:00";
-  exif.orientation = 6;
-  exif.latitude = 48.8584;
-  exif.longitude = -2.2945;
-  exif.lensModel = "iPhone 12 front camera 2.71mm";
+  SampleExif exif{"2021:07:14 18:30:05", "+02:00", 6, 48.8584, -2.2945, "iPhone 12 front camera 2.71mm", std::nullopt};
   ASSERT_TRUE(writeSampleJpeg(path, 120, 80, exif));
   auto facts = probeImage(path);
   ASSERT_TRUE(facts);
@@ -66,13 +60,7 @@ TEST(MediaProbeTest, WideOrMarkedPicturesArePanoramas) {
 TEST(MediaProbeTest, MoviesGiveDurationSizeDateAndPlace) {
   TempFolder dir;
   std::string path = dir / "clip.mov";
-  SampleMovie movie;
-  movie.width = 96;
-  movie.height = 64;
-  movie.seconds = 2;
-  movie.creationTime = "2022-03-04T05:06:07Z";
-  movie.location = "+35.6762+139.6503/";
-  ASSERT_TRUE(writeSampleMovie(path, movie));
+  ASSERT_TRUE(writeSampleMovie(path, {96, 64, 2, "2022-03-04T05:06:07Z", "+35.6762+139.6503/"}));
   auto facts = probeVideo(path);
   ASSERT_TRUE(facts);
   EXPECT_EQ(facts->kind, PHAssetMediaType::video);
@@ -84,6 +72,12 @@ TEST(MediaProbeTest, MoviesGiveDurationSizeDateAndPlace) {
   ASSERT_TRUE(facts->latitude);
   EXPECT_NEAR(*facts->latitude, 35.6762, 1e-3);
   EXPECT_NEAR(*probeDuration(path), 2.0, 0.2);
+  auto p = parseIso6709("-33.8688+151.2093+010.000/");
+  ASSERT_TRUE(p);
+  EXPECT_DOUBLE_EQ(p->first, -33.8688);
+  EXPECT_DOUBLE_EQ(p->second, 151.2093);
+  EXPECT_FALSE(parseIso6709("+91.0+010.0/")) << "both coordinates in range";
+  EXPECT_FALSE(parseIso6709("garbage"));
 }
 
 TEST(MediaProbeTest, UnreadableFilesGiveNothing) {
@@ -114,15 +108,6 @@ TEST(MediaProbeTest, KindsFollowTheExtensionWhateverItsCase) {
   EXPECT_EQ(mediaFileKind("/a/b.flac"), MediaFileKind::audio);
   EXPECT_EQ(mediaFileKind("/a.jpg/readme"), MediaFileKind::none);
   EXPECT_EQ(lowercaseExtension("/x/y.Tar.GZ"), "gz");
-}
-
-TEST(MediaProbeTest, Iso6709NeedsBothCoordinatesInRange) {
-  auto p = parseIso6709("-33.8688+151.2093+010.000/");
-  ASSERT_TRUE(p);
-  EXPECT_DOUBLE_EQ(p->first, -33.8688);
-  EXPECT_DOUBLE_EQ(p->second, 151.2093);
-  EXPECT_FALSE(parseIso6709("+91.0+010.0/"));
-  EXPECT_FALSE(parseIso6709("garbage"));
 }
 
 }  // namespace
