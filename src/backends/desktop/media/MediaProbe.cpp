@@ -130,7 +130,8 @@ std::optional<double> parseExifDateTime(std::string_view text, std::string_view 
   } else {
     zoned = std::sscanf(std::string(offset).c_str(), "%c%d:%d", &sign, &oh, &om) == 3;
   }
-  if (zoned && (sign == '+' || sign == '-')) {
+  // An offset beyond a day is no offset (and its seconds would not fit an int).
+  if (zoned && (sign == '+' || sign == '-') && oh >= 0 && oh < 24 && om >= 0 && om < 60) {
     int delta = (oh * 3600 + om * 60) * (sign == '-' ? -1 : 1);
     return static_cast<double>(::timegm(&tm) - delta);
   }

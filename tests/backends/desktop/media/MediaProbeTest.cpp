@@ -41,6 +41,7 @@ TEST(MediaProbeTest, ADateWithoutOffsetIsLocalTime) {
   auto when = parseExifDateTime("2021:01:15 12:00:00");
   ASSERT_TRUE(when);
   EXPECT_DOUBLE_EQ(*when, 1610730000.0) << "noon in New York in January is 17:00 UTC";
+  EXPECT_EQ(parseExifDateTime("2021:01:15 12:00:00", "+2474711:00"), when) << "an offset beyond a day";
   ::unsetenv("TZ");
   ::tzset();
 }
