@@ -63,7 +63,13 @@ void comparePlainJpegReader(std::string_view head) {
       !same(ours.created, exiv2->created) || !same(ours.latitude, exiv2->latitude) ||
       !same(ours.longitude, exiv2->longitude) || ours.selfie != exiv2->selfie || ours.screenshot != exiv2->screenshot ||
       ours.panorama != exiv2->panorama) {
-    std::fprintf(stderr, "media_reader_fuzzer: the plain JPEG reader and Exiv2 differ\n");
+    std::fprintf(stderr,
+                 "media_reader_fuzzer: the plain JPEG reader and Exiv2 differ: size %dx%d / %dx%d, orientation %d / %d, "
+                 "created %.3f / %.3f, place %.6f,%.6f / %.6f,%.6f, selfie %d / %d, screenshot %d / %d, panorama %d / %d\n",
+                 ours.width, ours.height, exiv2->width, exiv2->height, ours.orientation, exiv2->orientation,
+                 ours.created.value_or(-1), exiv2->created.value_or(-1), ours.latitude.value_or(-1),
+                 ours.longitude.value_or(-1), exiv2->latitude.value_or(-1), exiv2->longitude.value_or(-1), ours.selfie,
+                 exiv2->selfie, ours.screenshot, exiv2->screenshot, ours.panorama, exiv2->panorama);
     std::abort();
   }
 }

@@ -117,17 +117,21 @@ bool readExif(std::string_view tiffData, JpegFacts& out) {
         if (auto v = tiff.short0(e); v >= 1 && v <= 8) out.facts.orientation = static_cast<int>(v);
         return true;
       case 0x8769:  // the Exif IFD
-      case 0x8825:  // the GPS IFD
-        if (e.type != 4 || e.count != 1) return false;
-        (e.tag == 0x8769 ? exifIfd : gpsIfd) = tiff.at(e, 0);
-        return true;
+      case 0x8825: {  // the GPS IFD
+        std::uint32_t& ifd = e.tag == 0x8769 ? exifIfd : gpsIfd;
+        // A second pointer to either: which one Exiv2 follows is its business.
+        if (e.type != 4 || e.count != 1 || ifd != 0) return false;
+        ifd = tiff.at(e, 0);
+        return ifd != 0;
+      }
       case 0x02bc:  // XMP inside the EXIF: Exiv2 reads it as XMP
         return false;
       default:
         return true;
     }
   });
-  if (!ok) return false;
+  // Exiv2 reads no directory twice.
+  if (!ok || (exifIfd != 0 && (exifIfd == gpsIfd || exifIfd == ifd0)) || (gpsIfd != 0 && gpsIfd == ifd0)) return false;
   if (exifIfd != 0) {
     bool sawDate = false, sawOffset = false, sawLens = false, sawComment = false;
     ok = tiff.entries(exifIfd, [&](const Tiff::Entry& e) {
