@@ -23,8 +23,8 @@ def run(*argv, **kw):
 def shell_shots():
     sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "shell"))
     import shell_e2e
-    return {what for name, steps in vars(shell_e2e).items() if name.endswith("STEPS")
-            for kind, what in steps if kind == "shot"}
+    return {step[1] for name, steps in vars(shell_e2e).items() if name.endswith("STEPS")
+            for step in shell_e2e.expanded(steps) if step[0] == "shot"}
 
 
 def check(cpack, binary, version, scratch):
