@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "FakeAdNetworks.h"
-#include "platform/PlatformState.h"
 #include "platform/ads/ALSdk.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/ads/GADMobileAds.h"
@@ -38,10 +37,8 @@ class GADInterstitialAdTest : public ::testing::Test {
   std::shared_ptr<RecordingContentDelegate> delegate = std::make_shared<RecordingContentDelegate>();
 
   void SetUp() override {
-    resetPlatformState();
     GoogleAdsNetwork::install(network);
   }
-  void TearDown() override { resetPlatformState(); }
 
   std::shared_ptr<GADInterstitialAd> load() {
     std::shared_ptr<GADInterstitialAd> loaded;

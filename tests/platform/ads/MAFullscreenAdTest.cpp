@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "FakeAdNetworks.h"
-#include "platform/PlatformState.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/ads/MAAppOpenAd.h"
 #include "platform/ads/MAInterstitialAd.h"
@@ -42,10 +41,8 @@ class MAFullscreenAdTest : public ::testing::Test {
   std::shared_ptr<RecordingAdDelegate> delegate = std::make_shared<RecordingAdDelegate>();
 
   void SetUp() override {
-    resetPlatformState();
     AppLovinNetwork::install(network);
   }
-  void TearDown() override { resetPlatformState(); }
 
   template <class Ad>
   std::shared_ptr<Ad> make(const std::string& unit) {

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "FakeAdNetworks.h"
-#include "platform/PlatformState.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
@@ -38,10 +37,8 @@ class MANativeAdLoaderTest : public ::testing::Test {
   std::shared_ptr<RecordingNativeDelegate> delegate = std::make_shared<RecordingNativeDelegate>();
 
   void SetUp() override {
-    resetPlatformState();
     AppLovinNetwork::install(network);
   }
-  void TearDown() override { resetPlatformState(); }
 
   std::shared_ptr<MANativeAdLoader> makeLoader() {
     auto loader = std::make_shared<MANativeAdLoader>("native");

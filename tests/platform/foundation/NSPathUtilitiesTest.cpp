@@ -7,13 +7,7 @@
 
 namespace {
 
-class NSPathUtilitiesTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
-TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly) {
+TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly) {
   setApplicationHomeDirectory("/data/app home/");
   EXPECT_EQ(NSHomeDirectory(), "/data/app home");
   struct Row {
@@ -41,7 +35,7 @@ TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOn
   EXPECT_EQ(urls[0].path(), "/data/app home/Documents");
 }
 
-TEST_F(NSPathUtilitiesTest, AResetForgetsTheHomeAndNoHomeMeansNoDirectories) {
+TEST(NSPathUtilitiesTest, AResetForgetsTheHomeAndNoHomeMeansNoDirectories) {
   setApplicationHomeDirectory("/home/app");
   resetPlatformState();
   EXPECT_EQ(NSHomeDirectory(), "");

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/PlatformState.h"
 #include "platform/foundation/ManualRunLoop.h"
 
 namespace {
@@ -33,14 +32,12 @@ class MGCollapsingHeaderViewTest : public ::testing::Test {
   std::shared_ptr<UIScrollView> scroll = std::make_shared<UIScrollView>(CGRectMake(0, 0, 390, 600));
 
   void SetUp() override {
-    resetPlatformState();
     height->setConstant(200);
     header->setMinimumHeaderHeight(60);
     header->setCollapsingConstraint(height);
     header->setDelegate(delegate);
     scroll->setContentSize({390, 2000});
   }
-  void TearDown() override { resetPlatformState(); }
 
   void scrollTo(double y) {
     scroll->setContentOffset({0, y});

@@ -17,8 +17,6 @@ class SVProgressHUDTest : public ::testing::Test {
   ManualRunLoop loop;
   std::vector<std::string> heard;
 
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
 
   SVProgressHUD::Completion note(std::string what) {
     return [this, what] { heard.push_back(what); };

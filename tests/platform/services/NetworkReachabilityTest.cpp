@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/PlatformState.h"
-#include "platform/foundation/ManualRunLoop.h"
 
 namespace {
 
@@ -16,14 +15,7 @@ class FixedReachability : public NetworkReachability {
   std::optional<unsigned> flags_;
 };
 
-class NetworkReachabilityTest : public ::testing::Test {
- protected:
-  ManualRunLoop loop;
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
-TEST_F(NetworkReachabilityTest, WithNothingInstalledTheNetworkIsReachableAndAResetForgetsAnInstalledSource) {
+TEST(NetworkReachabilityTest, WithNothingInstalledTheNetworkIsReachableAndAResetForgetsAnInstalledSource) {
   EXPECT_EQ(NetworkReachability::current()->flags(), std::optional<unsigned>(2u));
 
   NetworkReachability::install(std::make_shared<FixedReachability>(std::nullopt));

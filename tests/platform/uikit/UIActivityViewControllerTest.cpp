@@ -2,27 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIDevice.h"
-#include "platform/uikit/UIWindow.h"
+#include "LifeCycleJournal.h"
 
 namespace {
 
-class UIActivityViewControllerTest : public ::testing::Test {
+class UIActivityViewControllerTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
   std::shared_ptr<UIViewController> screen = std::make_shared<UIViewController>();
-  std::shared_ptr<UIWindow> window;
 
-  void SetUp() override {
-    resetPlatformState();
-    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-    window->setRootViewController(screen);
-    window->makeKeyAndVisible();
-    loop.runUntilIdle();
-  }
-  void TearDown() override { resetPlatformState(); }
+  void SetUp() override { showOnScreen(screen); }
 };
 
 TEST_F(UIActivityViewControllerTest, TheShareSheetIsAPopoverOnAPadOnly) {

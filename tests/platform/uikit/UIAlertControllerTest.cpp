@@ -2,34 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/ManualRunLoop.h"
-#include "platform/uikit/UIWindow.h"
 #include "LifeCycleJournal.h"
 
 namespace {
 
-using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-class UIAlertControllerTest : public ::testing::Test {
+class UIAlertControllerTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
-  std::shared_ptr<uikit_test::RecordingController> screen;
-  std::shared_ptr<UIWindow> window;
+  std::shared_ptr<uikit_test::RecordingController> screen = recording("Screen", journal);
 
-  void SetUp() override {
-    resetPlatformState();
-    screen = recording("Screen", journal);
-    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-    window->setRootViewController(screen);
-    window->makeKeyAndVisible();
-    loop.runUntilIdle();
-    journal.take();
-  }
-  void TearDown() override { resetPlatformState(); }
+  void SetUp() override { showOnScreen(screen); }
 
   std::shared_ptr<UIAlertController> presentAlert() {
     auto alert = std::make_shared<UIAlertController>("Delete?", "It cannot be undone.",

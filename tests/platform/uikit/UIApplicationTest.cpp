@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIStoryboard.h"
 #include "LifeCycleJournal.h"
 
@@ -49,25 +46,14 @@ class RecordingDelegate : public UIApplicationDelegate {
   Journal& journal_;
 };
 
-class UIApplicationTest : public ::testing::Test {
+class UIApplicationTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
   UIApplication& app = UIApplication::sharedApplication();
 
   void SetUp() override {
-    resetPlatformState();
     UIStoryboard::setInitialScene("Main", [this] { return recording("Root", journal); });
   }
-  void TearDown() override { resetPlatformState(); }
-
   void launch() { app.launch(std::make_shared<RecordingDelegate>(journal), "Main"); }
-
-  Lines settle() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
-  }
 };
 
 TEST_F(UIApplicationTest, LaunchFollowsThePlatformsOrder) {

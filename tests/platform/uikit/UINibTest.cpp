@@ -7,13 +7,7 @@
 
 namespace {
 
-class UINibTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
-TEST_F(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExactNameFindsIt) {
+TEST(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExactNameFindsIt) {
   UINib::registerNib("Cell", [] {
     auto cell = std::make_shared<UIView>();
     cell->addSubview(std::make_shared<UIView>());

@@ -7,14 +7,8 @@
 
 namespace {
 
-class UIStoryboardTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
 // Fresh controllers named after their identifier, with the view not loaded, are StoryBoardTest's.
-TEST_F(UIStoryboardTest, OnlyTheExactNameFindsASceneAndAnIdentifierTheSceneSetItselfIsKept) {
+TEST(UIStoryboardTest, OnlyTheExactNameFindsASceneAndAnIdentifierTheSceneSetItselfIsKept) {
   UIStoryboard::registerScene("Main", "Home", [] { return std::make_shared<UIViewController>(); });
   UIStoryboard::registerScene("Main", "Alias", [] {
     auto vc = std::make_shared<UIViewController>();
@@ -36,7 +30,7 @@ TEST_F(UIStoryboardTest, OnlyTheExactNameFindsASceneAndAnIdentifierTheSceneSetIt
   EXPECT_EQ(vc->storyboardIdentifier(), "Real");
 }
 
-TEST_F(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnesAndAResetForgetsThemAll) {
+TEST(UIStoryboardTest, TheInitialSceneIsSeparateFromTheIdentifiedOnesAndAResetForgetsThemAll) {
   UIStoryboard::setInitialScene("Main", [] {
     auto vc = std::make_shared<UIViewController>();
     vc->setTitle("initial");

@@ -7,20 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
 #include "LifeCycleJournal.h"
 
 namespace {
 
-using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
-using uikit_test::RecordingController;
 using Style = UIModalPresentationStyle;
 
 // --- Loading the view ---------------------------------------------------------------------------
@@ -92,38 +86,23 @@ TEST(UIViewControllerViewTest, ActionsAreFoundBySelector) {
 
 // --- Modal presentation ---------------------------------------------------------------------------
 
-class PresentationTest : public ::testing::Test {
+// Sorted but for the last `tail` lines: the order between two screens' calls is not promised.
+Lines sorted(Lines lines, size_t tail = 0) {
+  std::sort(lines.begin(), lines.end() - static_cast<long>(std::min(tail, lines.size())));
+  return lines;
+}
+
+class PresentationTest : public uikit_test::ScreenTest {
  public:
-  ManualRunLoop loop;
-  Journal journal;
   std::vector<std::string> logLines;
-  std::shared_ptr<UIWindow> window;
 
   void SetUp() override {
-    resetPlatformState();
     LogSink::install([this](std::string_view line) { logLines.emplace_back(line); });
   }
-  void TearDown() override {
-    LogSink::install(nullptr);
-    resetPlatformState();
-  }
-
-  void showOnScreen(const std::shared_ptr<UIViewController>& root) {
-    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-    window->setRootViewController(root);
-    window->makeKeyAndVisible();
-    loop.runUntilIdle();
-    journal.take();
-  }
+  void TearDown() override { LogSink::install(nullptr); }
 
   std::function<void()> noteCompletion(std::string what) {
     return [this, what] { journal.note(what); };
-  }
-
-  Lines settle() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
   }
 };
 
@@ -142,37 +121,25 @@ TEST_P(PresentationStyleTest, PresentAndDismissMoveThePresenterOnlyForCoveringSt
   auto b = recording("B", journal);
   b->setModalPresentationStyle(style);
 
-  // When A presents B
   a->presentViewController(b, true, noteCompletion("presented"));
 
-  // Then the will-callbacks run inside the call, the did-callbacks one turn later, then completion
-  Lines during = journal.take();
-  Lines expectedDuring = covers ? Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"}
-                                : Lines{"B.viewDidLoad", "B.viewWillAppear"};
-  EXPECT_EQ(during, expectedDuring);
-  Lines after = settle();
-  ASSERT_GE(after.size(), 3u);
-  EXPECT_EQ((Lines(after.end() - 2, after.end())), (Lines{"presented", "next turn"}));
-  Lines dids(after.begin(), after.end() - 2);
-  std::sort(dids.begin(), dids.end());
-  EXPECT_EQ(dids, covers ? (Lines{"A.viewDidDisappear", "B.viewDidAppear"}) : (Lines{"B.viewDidAppear"}));
+  // The will-callbacks run inside the call, the did-callbacks one turn later, then completion
+  EXPECT_EQ(journal.take(), covers ? (Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"})
+                                   : (Lines{"B.viewDidLoad", "B.viewWillAppear"}));
+  EXPECT_EQ(sorted(settle(), 2),
+            covers ? (Lines{"A.viewDidDisappear", "B.viewDidAppear", "presented", "next turn"})
+                   : (Lines{"B.viewDidAppear", "presented", "next turn"}));
   EXPECT_EQ(a->presentedViewController(), b);
   EXPECT_EQ(b->presentingViewController(), a);
 
-  // When B is dismissed
   a->dismissViewControllerAnimated(true, noteCompletion("dismissed"));
 
-  // Then the presenter comes back only if it had left
-  during = journal.take();
-  std::sort(during.begin(), during.end());
-  EXPECT_EQ(during, covers ? (Lines{"A.viewWillAppear", "B.viewWillDisappear"})
-                           : (Lines{"B.viewWillDisappear"}));
-  after = settle();
-  ASSERT_GE(after.size(), 3u);
-  EXPECT_EQ((Lines(after.end() - 2, after.end())), (Lines{"dismissed", "next turn"}));
-  dids.assign(after.begin(), after.end() - 2);
-  std::sort(dids.begin(), dids.end());
-  EXPECT_EQ(dids, covers ? (Lines{"A.viewDidAppear", "B.viewDidDisappear"}) : (Lines{"B.viewDidDisappear"}));
+  // The presenter comes back only if it had left
+  EXPECT_EQ(sorted(journal.take()), covers ? (Lines{"A.viewWillAppear", "B.viewWillDisappear"})
+                                           : (Lines{"B.viewWillDisappear"}));
+  EXPECT_EQ(sorted(settle(), 2),
+            covers ? (Lines{"A.viewDidAppear", "B.viewDidDisappear", "dismissed", "next turn"})
+                   : (Lines{"B.viewDidDisappear", "dismissed", "next turn"}));
   EXPECT_EQ(a->presentedViewController(), nullptr);
   EXPECT_EQ(b->presentingViewController(), nullptr);
   EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
@@ -221,9 +188,8 @@ TEST_F(PresentationTest, DismissWorksFromThePresenterAndFromThePresented) {
 
     (fromPresented ? b : a)->dismissViewControllerAnimated(true, noteCompletion("done"));
 
-    Lines after = settle();
-    ASSERT_FALSE(after.empty());
-    EXPECT_EQ((Lines(after.end() - 2, after.end())), (Lines{"done", "next turn"}));
+    EXPECT_EQ(sorted(settle(), 2), (Lines{"A.viewDidAppear", "A.viewWillAppear", "B.viewDidDisappear",
+                                          "B.viewWillDisappear", "done", "next turn"}));
     EXPECT_EQ(a->presentedViewController(), nullptr);
     EXPECT_EQ(b->appearance(), UIViewController::Appearance::disappeared);
     EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
@@ -246,27 +212,32 @@ TEST_F(PresentationTest, ThePresentedScreenIsReleasedOnceItsDismissalEnded) {
   EXPECT_TRUE(weakB.expired());
 }
 
-TEST_F(PresentationTest, DismissingThePresenterOfAChainRemovesEveryScreenAboveIt) {
+// A over B over C; dismissing from A removes B and C, dismissing from B only C.
+TEST_F(PresentationTest, DismissingWithinAChainRemovesEveryScreenAboveTheDismisser) {
   struct Row {
     Style middle, top;
+    bool fromMiddle;
     Lines willCalls;  // sorted
     Lines didCalls;   // sorted
   };
   const Row rows[] = {
       // B was off screen under C already: only C leaves
-      {Style::fullScreen, Style::fullScreen,
+      {Style::fullScreen, Style::fullScreen, false,
        {"A.viewWillAppear", "C.viewWillDisappear"},
        {"A.viewDidAppear", "C.viewDidDisappear"}},
       // B stayed visible under C: both leave
-      {Style::fullScreen, Style::overFullScreen,
+      {Style::fullScreen, Style::overFullScreen, false,
        {"A.viewWillAppear", "B.viewWillDisappear", "C.viewWillDisappear"},
        {"A.viewDidAppear", "B.viewDidDisappear", "C.viewDidDisappear"}},
-      {Style::pageSheet, Style::pageSheet,
+      {Style::pageSheet, Style::pageSheet, false,
        {"B.viewWillDisappear", "C.viewWillDisappear"},
        {"B.viewDidDisappear", "C.viewDidDisappear"}},
+      {Style::fullScreen, Style::fullScreen, true,
+       {"B.viewWillAppear", "C.viewWillDisappear"},
+       {"B.viewDidAppear", "C.viewDidDisappear"}},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(static_cast<int>(row.middle) * 10 + static_cast<int>(row.top));
+    SCOPED_TRACE(static_cast<int>(row.middle) * 100 + static_cast<int>(row.top) * 10 + row.fromMiddle);
     auto a = recording("A", journal);
     showOnScreen(a);
     auto b = recording("B", journal);
@@ -279,104 +250,68 @@ TEST_F(PresentationTest, DismissingThePresenterOfAChainRemovesEveryScreenAboveIt
     settle();
     EXPECT_EQ(b->presentedViewController(), c);
 
-    a->dismissViewControllerAnimated(true, noteCompletion("done"));
+    (row.fromMiddle ? b : a)->dismissViewControllerAnimated(true, noteCompletion("done"));
 
-    Lines will = journal.take();
-    std::sort(will.begin(), will.end());
-    EXPECT_EQ(will, row.willCalls);
-    Lines after = settle();
-    ASSERT_GE(after.size(), 2u);
-    EXPECT_EQ((Lines(after.end() - 2, after.end())), (Lines{"done", "next turn"}));
-    Lines did(after.begin(), after.end() - 2);
-    std::sort(did.begin(), did.end());
-    EXPECT_EQ(did, row.didCalls);
-    EXPECT_EQ(a->presentedViewController(), nullptr);
+    EXPECT_EQ(sorted(journal.take()), row.willCalls);
+    Lines did = row.didCalls;
+    did.insert(did.end(), {"done", "next turn"});
+    EXPECT_EQ(sorted(settle(), 2), did);
+    EXPECT_EQ(a->presentedViewController(), row.fromMiddle ? b : nullptr);
     EXPECT_EQ(b->presentedViewController(), nullptr);
     EXPECT_EQ(c->presentingViewController(), nullptr);
-    for (const auto& vc : {b, c}) {
-      EXPECT_EQ(vc->appearance(), UIViewController::Appearance::disappeared) << vc->name();
-    }
+    EXPECT_EQ(b->appearance(), row.fromMiddle ? UIViewController::Appearance::appeared
+                                              : UIViewController::Appearance::disappeared);
+    EXPECT_EQ(c->appearance(), UIViewController::Appearance::disappeared);
   }
-}
-
-TEST_F(PresentationTest, DismissingTheMiddleOfAChainKeepsIt) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
-  auto b = recording("B", journal);
-  auto c = recording("C", journal);
-  b->setModalPresentationStyle(Style::fullScreen);
-  c->setModalPresentationStyle(Style::fullScreen);
-  a->presentViewController(b, false, nullptr);
-  settle();
-  b->presentViewController(c, false, nullptr);
-  settle();
-
-  b->dismissViewControllerAnimated(false, nullptr);
-
-  Lines will = journal.take();
-  std::sort(will.begin(), will.end());
-  EXPECT_EQ(will, (Lines{"B.viewWillAppear", "C.viewWillDisappear"}));
-  settle();
-  EXPECT_EQ(a->presentedViewController(), b);
-  EXPECT_EQ(b->presentedViewController(), nullptr);
-  EXPECT_EQ(b->appearance(), UIViewController::Appearance::appeared);
 }
 
 TEST_F(PresentationTest, RefusedPresentationsLogAndNeverComplete) {
   struct Row {
     const char* name;
-    // Prepares the situation and answers (presenter, controller to present).
-    std::function<std::pair<std::shared_ptr<UIViewController>, std::shared_ptr<UIViewController>>(
-        PresentationTest&)>
-        arrange;
+    // Prepares the situation and answers the presenter.
+    std::function<std::shared_ptr<UIViewController>(PresentationTest&)> arrange;
     const char* logged;
   };
   const Row rows[] = {
       {"presenter already presents",
-       [](PresentationTest& t) {
+       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
          auto a = recording("A", t.journal);
          t.showOnScreen(a);
          a->presentViewController(recording("B", t.journal), false, nullptr);
          t.loop.runUntilIdle();
-         return std::make_pair(std::shared_ptr<UIViewController>(a),
-                               std::shared_ptr<UIViewController>(recording("C", t.journal)));
+         return a;
        },
        "which is already presenting"},
       {"presenter was popped",
-       [](PresentationTest& t) {
-         auto a = recording("A", t.journal);
+       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
          auto b = recording("B", t.journal);
-         auto nav = UINavigationController::withRoot(a);
+         auto nav = UINavigationController::withRoot(recording("A", t.journal));
          t.showOnScreen(nav);
          nav->pushViewController(b, false);
          t.loop.runUntilIdle();
          nav->popViewControllerAnimated(false);
          t.loop.runUntilIdle();
-         return std::make_pair(std::shared_ptr<UIViewController>(b),
-                               std::shared_ptr<UIViewController>(recording("C", t.journal)));
+         return b;
        },
        "whose view is not in the window hierarchy"},
       {"presenter is covered by a pushed screen",
-       [](PresentationTest& t) {
+       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
          auto a = recording("A", t.journal);
          auto nav = UINavigationController::withRoot(a);
          t.showOnScreen(nav);
          nav->pushViewController(recording("B", t.journal), false);
          t.loop.runUntilIdle();
-         return std::make_pair(std::shared_ptr<UIViewController>(a),
-                               std::shared_ptr<UIViewController>(recording("C", t.journal)));
+         return a;
        },
        "whose view is not in the window hierarchy"},
       {"presenter was never shown",
-       [](PresentationTest& t) {
-         return std::make_pair(std::shared_ptr<UIViewController>(recording("A", t.journal)),
-                               std::shared_ptr<UIViewController>(recording("C", t.journal)));
-       },
+       [](PresentationTest& t) -> std::shared_ptr<UIViewController> { return recording("A", t.journal); },
        "whose view is not in the window hierarchy"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    auto [presenter, presented] = row.arrange(*this);
+    auto presenter = row.arrange(*this);
+    auto presented = recording("C", journal);
     auto before = presenter->rootAncestor()->presentedViewController();
     logLines.clear();
     journal.take();

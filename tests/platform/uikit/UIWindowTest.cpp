@@ -2,32 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UINavigationController.h"
 #include "LifeCycleJournal.h"
 
 namespace {
 
-using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-class UIWindowTest : public ::testing::Test {
+class UIWindowTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
-  std::shared_ptr<UIWindow> window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-
-  Lines settle() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
-  }
+  void SetUp() override { window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844)); }
 };
 
 TEST_F(UIWindowTest, MakeKeyAndVisibleMakesTheRootAppear) {
