@@ -97,39 +97,33 @@ struct Layout {
   }
 };
 
-TEST_F(MANativeAdLoaderTest, RenderingFillsTheSubviewsBoundByTag) {
-  auto loader = makeLoader();
-  Layout layout;
-  MANativeAdViewBinder binder;
-  binder.titleLabelTag = 101;
-  binder.bodyLabelTag = 102;
-  binder.callToActionButtonTag = 103;
-  layout.view->bindViewsWithAdViewBinder(binder);
-  MAAd ad{MAAdFormat::native, "native", "Fake", "Great app", "Try it now", "Install"};
+TEST_F(MANativeAdLoaderTest, RenderingFillsOnlyTheSubviewsBoundByTag) {
+  struct Row {
+    const char* name;
+    long bodyTag, ctaTag;
+    std::optional<std::string> body, cta;
+  };
+  for (const Row& row : {Row{"all bound", 102, 103, "Try it now", "Install"},
+                         Row{"only the title bound", 0, 0, std::nullopt, std::nullopt}}) {
+    SCOPED_TRACE(row.name);
+    Layout layout;
+    layout.view->setTag(500);  // the ad view itself is tagged, so tag 0 finds its untagged children
+    MANativeAdViewBinder binder;
+    binder.titleLabelTag = 101;
+    binder.bodyLabelTag = row.bodyTag;
+    binder.callToActionButtonTag = row.ctaTag;
+    layout.view->bindViewsWithAdViewBinder(binder);
 
-  EXPECT_TRUE(loader->renderNativeAdView(layout.view, ad));
+    EXPECT_TRUE(makeLoader()->renderNativeAdView(
+        layout.view, {MAAdFormat::native, "native", "Fake", "Great app", "Try it now", "Install"}));
 
-  EXPECT_EQ(layout.title->text(), "Great app");
-  EXPECT_EQ(layout.body->text(), "Try it now");
-  EXPECT_EQ(layout.cta->currentTitle(), "Install");
-  EXPECT_EQ(layout.badge->text(), "Ad");
-  ASSERT_TRUE(layout.view->renderedAd().has_value());
-  EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
-}
-
-TEST_F(MANativeAdLoaderTest, UnboundPartsLeaveUntaggedSubviewsAlone) {
-  auto loader = makeLoader();
-  Layout layout;
-  layout.view->setTag(500);  // the ad view itself is tagged, so tag 0 finds its untagged children
-  MANativeAdViewBinder binder;  // only the title is bound
-  binder.titleLabelTag = 101;
-  layout.view->bindViewsWithAdViewBinder(binder);
-
-  loader->renderNativeAdView(layout.view, {MAAdFormat::native, "native", "Fake", "Title", "Body", "Go"});
-
-  EXPECT_EQ(layout.title->text(), "Title");
-  EXPECT_EQ(layout.badge->text(), "Ad");
-  EXPECT_EQ(layout.body->text(), std::nullopt);
+    EXPECT_EQ(layout.title->text(), "Great app");
+    EXPECT_EQ(layout.body->text(), row.body);
+    EXPECT_EQ(layout.cta->currentTitle(), row.cta);
+    EXPECT_EQ(layout.badge->text(), "Ad");
+    ASSERT_TRUE(layout.view->renderedAd().has_value());
+    EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
+  }
 }
 
 TEST_F(MANativeAdLoaderTest, AViewThatWasNeverBoundIsNotRendered) {

@@ -144,14 +144,19 @@ class BinaryPropertyListInterop : public ::testing::Test {
            << "python3 " << mode << " exited with " << status << ": " << text.str();
   }
 
+  // plistlib reads `bytes` and compares what it finds with `v`.
+  ::testing::AssertionResult plistlibReads(const Data& bytes, const PlistValue& v) {
+    std::string m;
+    manifest(v, m);
+    save(file("ours.plist"), bytes.data(), bytes.size());
+    save(file("expected.txt"), m.data(), m.size());
+    return python("check", file("ours.plist"), file("expected.txt"));
+  }
+
   void codecToPlistlib(const PlistValue& v) {
     auto bytes = BinaryPropertyList::write(v);
     ASSERT_TRUE(bytes.ok()) << bytes.error();
-    std::string m;
-    manifest(v, m);
-    save(file("ours.plist"), bytes->data(), bytes->size());
-    save(file("expected.txt"), m.data(), m.size());
-    EXPECT_TRUE(python("check", file("ours.plist"), file("expected.txt")));
+    EXPECT_TRUE(plistlibReads(*bytes, v));
   }
 
   void plistlibToCodec(const PlistValue& v) {
@@ -190,11 +195,7 @@ TEST_F(BinaryPropertyListInterop, TheCheckNoticesADifference) {
   auto bytes = BinaryPropertyList::write(v);
   ASSERT_TRUE(bytes.ok());
   v.array()[2].set("filetype", "music!");
-  std::string m;
-  manifest(v, m);
-  save(file("ours.plist"), bytes->data(), bytes->size());
-  save(file("expected.txt"), m.data(), m.size());
-  EXPECT_FALSE(python("check", file("ours.plist"), file("expected.txt")));
+  EXPECT_FALSE(plistlibReads(*bytes, v));
 }
 
 }  // namespace

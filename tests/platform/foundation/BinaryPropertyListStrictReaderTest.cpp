@@ -173,16 +173,12 @@ std::vector<Case> brokenFiles() {
   intoTable[intoTable.size() - 32 - 1] = static_cast<std::uint8_t>(intoTable.size() - 34);
   cases.push_back(
       {"offset into table", intoTable, "object 1 has offset 12 outside the object area"});
-  Data manyKeys{0xDF, 0x10, 40};
-  RawPlist bigDict;
-  bigDict.refSize = 1;
-  for (int i = 0; i < 40; ++i)
-    manyKeys.push_back(static_cast<std::uint8_t>(1 + i));
-  for (int i = 0; i < 40; ++i)
-    manyKeys.push_back(41);
-  bigDict.objects.push_back(manyKeys);
-  for (int i = 0; i < 40; ++i) {
-    bigDict.objects.push_back({0x52, 'k', static_cast<std::uint8_t>('A' + (i == 33 ? 7 : i % 40))});
+  // Forty keys "kA"... with "kH" again in place of the 34th, all naming the same value.
+  RawPlist bigDict{{{0xDF, 0x10, 40}}};
+  for (std::uint8_t i = 0; i < 40; ++i) {
+    bigDict.objects[0].insert(bigDict.objects[0].begin() + 3 + i, 1 + i);
+    bigDict.objects[0].push_back(41);
+    bigDict.objects.push_back({0x52, 'k', static_cast<std::uint8_t>('A' + (i == 33 ? 7 : i))});
   }
   bigDict.objects.push_back({0x08});
   cases.push_back(

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
 #include <thread>
@@ -90,35 +91,36 @@ TEST_F(NSDateFormatterTest, DateAndTimeStyles) {
   }
 }
 
-TEST_F(NSDateFormatterTest, APatternWinsOverStylesWhicheverWasSetFirst) {
-  NSDateFormatter formatter;
-  formatter.setTimeZone("UTC");
-  formatter.setDateStyle(Style::long_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "July 15, 2024");
-  formatter.setDateFormat("yyyy-MM-dd");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "2024-07-15");
-  formatter.setTimeStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "2024-07-15");
-  formatter.setDateFormat("");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "July 15, 2024 at 1:05\u202FPM");
-}
-
-TEST_F(NSDateFormatterTest, EverySetterRebuildsTheCachedFormatter) {
-  NSDateFormatter formatter;
-  formatter.setDateFormat("d MMMM HH:mm");
-  formatter.setTimeZone("UTC");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 July 13:05");
-  formatter.setLocale("fr_FR");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 juillet 13:05");
-  formatter.setTimeZone("Europe/Lisbon");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 juillet 14:05");
-  formatter.setDateFormat("MMMM");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "juillet");
-  formatter.setDateFormat("");
-  formatter.setDateStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15/07/2024");
-  formatter.setTimeStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15/07/2024 14:05");
+// One formatter through a series of settings: each rebuilds what it caches, and a pattern wins
+// over styles whichever was set first.
+TEST_F(NSDateFormatterTest, EverySettingTakesEffectAndAPatternWinsOverStyles) {
+  NSDateFormatter f;
+  f.setTimeZone("UTC");
+  struct Step {
+    std::function<void()> set;
+    const char* expected;
+  };
+  const Step steps[] = {
+      {[&] { f.setDateStyle(Style::long_); }, "July 15, 2024"},
+      {[&] { f.setDateFormat("yyyy-MM-dd"); }, "2024-07-15"},
+      {[&] { f.setTimeStyle(Style::short_); }, "2024-07-15"},
+      {[&] { f.setDateFormat(""); }, "July 15, 2024 at 1:05\u202FPM"},
+      {[&] { f.setDateFormat("d MMMM HH:mm"); }, "15 July 13:05"},
+      {[&] { f.setLocale("fr_FR"); }, "15 juillet 13:05"},
+      {[&] { f.setTimeZone("Europe/Lisbon"); }, "15 juillet 14:05"},
+      {[&] { f.setDateFormat("MMMM"); }, "juillet"},
+      {[&] {
+         f.setDateFormat("");
+         f.setDateStyle(Style::short_);
+         f.setTimeStyle(Style::none);
+       },
+       "15/07/2024"},
+      {[&] { f.setTimeStyle(Style::short_); }, "15/07/2024 14:05"},
+  };
+  for (size_t i = 0; i < std::size(steps); ++i) {
+    steps[i].set();
+    EXPECT_EQ(f.stringFromDate(kSummer), steps[i].expected) << "step " << i;
+  }
 }
 
 TEST_F(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -117,28 +118,28 @@ TEST_F(NSFileManagerTest, AFileInTheWayGivesThePlatformsSentence) {
   EXPECT_EQ(error.underlyingError->domain, NSError::NSPOSIXErrorDomain);
 }
 
-TEST_F(NSFileManagerTest, ANullErrorPointerIsAllowed) {
-  write("f", "");
-  EXPECT_FALSE(fm.createDirectoryAtPath(path("f"), true, nullptr));
-  EXPECT_FALSE(fm.removeItemAtURL(url("missing"), nullptr));
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("missing"), nullptr).has_value());
-}
-
 // --- Moving ---------------------------------------------------------------------------------------
 
-TEST_F(NSFileManagerTest, MovingAFileOrAFolder) {
-  write("from/a.txt", "A");
-  write("folder/inner/.hidden", "H");
-  fs::create_directory(path("to"));
+TEST_F(NSFileManagerTest, MovingOrCopyingAFileOrAFolderWithItsHiddenContents) {
+  for (bool copy : {false, true}) {
+    SCOPED_TRACE(copy ? "copy" : "move");
+    fs::remove_all(root);
+    write("from/a.txt", "A");
+    write("folder/inner/.hidden", "H");
+    fs::create_directory(path("to"));
+    auto transfer = [&](const char* from, const char* to, NSError* error) {
+      return copy ? fm.copyItemAtURL(url(from), url(to), error) : fm.moveItemAtURL(url(from), url(to), error);
+    };
 
-  NSError error;
-  ASSERT_TRUE(fm.moveItemAtURL(url("from/a.txt"), url("to/b.txt"), &error)) << error.debugDescription();
-  ASSERT_TRUE(fm.moveItemAtURL(url("folder"), url("to/folder"), &error)) << error.debugDescription();
+    NSError error;
+    ASSERT_TRUE(transfer("from/a.txt", "to/b.txt", &error)) << error.debugDescription();
+    ASSERT_TRUE(transfer("folder", "to/folder", &error)) << error.debugDescription();
 
-  EXPECT_FALSE(exists("from/a.txt"));
-  EXPECT_EQ(read("to/b.txt"), "A");
-  EXPECT_FALSE(exists("folder"));
-  EXPECT_EQ(read("to/folder/inner/.hidden"), "H");
+    EXPECT_EQ(read("to/b.txt"), "A");
+    EXPECT_EQ(read("to/folder/inner/.hidden"), "H");
+    EXPECT_EQ(exists("from/a.txt"), copy);
+    EXPECT_EQ(exists("folder/inner/.hidden"), copy);
+  }
 }
 
 TEST_F(NSFileManagerTest, MovingNeverOverwrites) {
@@ -238,35 +239,6 @@ TEST_F(NSFileManagerTest, MovingAcrossVolumes) {
 
 // --- Copying --------------------------------------------------------------------------------------
 
-TEST_F(NSFileManagerTest, CopyingAFileAndAFolderLeavesTheOriginal) {
-  write("one.txt", "1");
-  write("tree/.dot", "d");
-  write("tree/sub/leaf.txt", "leaf");
-
-  NSError error;
-  ASSERT_TRUE(fm.copyItemAtURL(url("one.txt"), url("two.txt"), &error)) << error.debugDescription();
-  ASSERT_TRUE(fm.copyItemAtURL(url("tree"), url("copy"), &error)) << error.debugDescription();
-
-  EXPECT_EQ(read("one.txt"), "1");
-  EXPECT_EQ(read("two.txt"), "1");
-  EXPECT_EQ(read("tree/sub/leaf.txt"), "leaf");
-  EXPECT_EQ(read("copy/sub/leaf.txt"), "leaf");
-  EXPECT_EQ(read("copy/.dot"), "d");
-}
-
-TEST_F(NSFileManagerTest, CopyingNeverOverwritesAndNeedsASource) {
-  write("a.txt", "new");
-  write("b.txt", "old");
-  NSError error;
-  EXPECT_FALSE(fm.copyItemAtURL(url("a.txt"), url("b.txt"), &error));
-  EXPECT_EQ(error.code, 516);
-  EXPECT_EQ(read("b.txt"), "old");
-
-  EXPECT_FALSE(fm.copyItemAtURL(url("absent.txt"), url("c.txt"), &error));
-  EXPECT_EQ(error.code, 260);
-  EXPECT_FALSE(exists("c.txt"));
-}
-
 TEST_F(NSFileManagerTest, CopyingAFolderIntoItselfFailsAndLeavesNoPartialCopy) {
   write("tree/leaf.txt", "x");
   NSError error;
@@ -293,13 +265,6 @@ TEST_F(NSFileManagerTest, RemovingFilesFoldersAndLinks) {
   EXPECT_EQ(read("target/keep.txt"), "keep") << "removing a link leaves what it points at";
 }
 
-TEST_F(NSFileManagerTest, RemovingAMissingItemFails) {
-  NSError error;
-  EXPECT_FALSE(fm.removeItemAtURL(url("Old Report.pdf"), &error));
-  EXPECT_EQ(error.code, 4);
-  EXPECT_EQ(error.localizedDescription, "\u201COld Report.pdf\u201D couldn\u2019t be removed.");
-}
-
 // --- Listing --------------------------------------------------------------------------------------
 
 TEST_F(NSFileManagerTest, ListingShowsHiddenFilesAndFoldersButNotTheirContents) {
@@ -316,17 +281,6 @@ TEST_F(NSFileManagerTest, ListingShowsHiddenFilesAndFoldersButNotTheirContents) 
   auto none = fm.contentsOfDirectoryAtPath(path("empty"), &error);
   ASSERT_TRUE(none.has_value());
   EXPECT_TRUE(none->empty());
-}
-
-TEST_F(NSFileManagerTest, ListingAMissingFolderFails) {
-  NSError error;
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("importedFiles"), &error).has_value());
-  EXPECT_EQ(error.code, 260);
-  EXPECT_EQ(error.localizedDescription, "The folder \u201CimportedFiles\u201D doesn\u2019t exist.");
-
-  write("plain.txt", "");
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("plain.txt"), &error).has_value());
-  EXPECT_NE(error.code, 260);
 }
 
 // --- Names and existence --------------------------------------------------------------------------
@@ -383,10 +337,53 @@ TEST_F(NSFileManagerTest, AttributesAndWholeFileWrites) {
   EXPECT_FALSE(attributes->isDirectory);
   EXPECT_EQ(read("data.bin"), std::string("\x01\x02\x03"));
   EXPECT_EQ(fm.contentsOfDirectoryAtPath(root, &error)->size(), 1u) << "no temporary file is left";
-
-  EXPECT_FALSE(fm.attributesOfItemAtPath(path("absent"), &error).has_value());
-  EXPECT_EQ(error.code, 260);
   EXPECT_FALSE(fm.createFileAtPath(path("no/such/folder/file"), bytes));
+}
+
+// --- Failures -------------------------------------------------------------------------------------
+
+TEST_F(NSFileManagerTest, FailuresGiveTheirCodeAndSentenceLeaveThingsAloneAndAllowANullError) {
+  write("a.txt", "new");
+  write("b.txt", "old");
+  struct Row {
+    const char* name;
+    std::function<bool(NSError*)> act;
+    long code;             // -1: any but 260
+    const char* sentence;  // empty: not checked
+  };
+  const Row rows[] = {
+      {"copy onto a file", [&](NSError* e) { return fm.copyItemAtURL(url("a.txt"), url("b.txt"), e); },
+       516, ""},
+      {"copy without a source",
+       [&](NSError* e) { return fm.copyItemAtURL(url("absent.txt"), url("c.txt"), e); }, 260, ""},
+      {"remove a missing item", [&](NSError* e) { return fm.removeItemAtURL(url("Old Report.pdf"), e); },
+       4, "\u201COld Report.pdf\u201D couldn\u2019t be removed."},
+      {"list a missing folder",
+       [&](NSError* e) { return fm.contentsOfDirectoryAtPath(path("importedFiles"), e).has_value(); },
+       260, "The folder \u201CimportedFiles\u201D doesn\u2019t exist."},
+      {"list a file", [&](NSError* e) { return fm.contentsOfDirectoryAtPath(path("a.txt"), e).has_value(); },
+       -1, ""},
+      {"attributes of a missing item",
+       [&](NSError* e) { return fm.attributesOfItemAtPath(path("absent"), e).has_value(); }, 260, ""},
+      {"a folder over a file", [&](NSError* e) { return fm.createDirectoryAtPath(path("a.txt"), true, e); },
+       516, ""},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    NSError error;
+    EXPECT_FALSE(row.act(&error));
+    if (row.code >= 0) {
+      EXPECT_EQ(error.code, row.code);
+    } else {
+      EXPECT_NE(error.code, 260);
+    }
+    if (*row.sentence) {
+      EXPECT_EQ(error.localizedDescription, row.sentence);
+    }
+    EXPECT_FALSE(row.act(nullptr));
+  }
+  EXPECT_EQ(read("b.txt"), "old");
+  EXPECT_FALSE(exists("c.txt"));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
 #include "platform/uikit/UIView.h"
 
 namespace {
@@ -29,8 +28,6 @@ TEST(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExactN
 
   EXPECT_EQ(UINib::nibWithNibName("cell"), nullptr);
   EXPECT_EQ(UINib::nibWithNibName(""), nullptr);
-  resetPlatformState();
-  EXPECT_EQ(UINib::nibWithNibName("Cell"), nullptr);
 }
 
 }  // namespace

@@ -73,17 +73,6 @@ TEST(UIViewControllerViewTest, TheSceneLoaderRunsBeforeViewDidLoadWithTheViewInP
   EXPECT_EQ(vc->outlet("label"), view->subviews()[0]);
 }
 
-TEST(UIViewControllerViewTest, ActionsAreFoundBySelector) {
-  auto vc = std::make_shared<UIViewController>();
-  int calls = 0;
-  vc->registerAction("onBack:", [&](const std::shared_ptr<NSObject>&) { ++calls; });
-  EXPECT_TRUE(vc->respondsToSelector("onBack:"));
-  EXPECT_FALSE(vc->respondsToSelector("onBack"));
-  EXPECT_TRUE(vc->performAction("onBack:", nullptr));
-  EXPECT_FALSE(vc->performAction("missing:", nullptr));
-  EXPECT_EQ(calls, 1);
-}
-
 // --- Modal presentation ---------------------------------------------------------------------------
 
 // Sorted but for the last `tail` lines: the order between two screens' calls is not promised.
