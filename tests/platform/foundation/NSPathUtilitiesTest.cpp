@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
 #include "platform/foundation/NSFileManager.h"
 
 namespace {
@@ -35,9 +34,7 @@ TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly
   EXPECT_EQ(urls[0].path(), "/data/app home/Documents");
 }
 
-TEST(NSPathUtilitiesTest, AResetForgetsTheHomeAndNoHomeMeansNoDirectories) {
-  setApplicationHomeDirectory("/home/app");
-  resetPlatformState();
+TEST(NSPathUtilitiesTest, NoHomeMeansNoDirectories) {
   EXPECT_EQ(NSHomeDirectory(), "");
   EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
   EXPECT_TRUE(NSFileManager::defaultManager()

@@ -120,7 +120,7 @@ TEST(URLTest, FileSchemeIsRecognisedWhateverItsCase) {
   EXPECT_FALSE(URL::withString("file/a")->isFileURL());
 }
 
-TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
+TEST(URLTest, FilePathsAreEscapedWithThePathSetAndComeBackFromTheirText) {
   struct Row {
     const char* path;
     const char* expected;
@@ -128,6 +128,8 @@ TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
   const Row rows[] = {
       {"/tmp/a b.pdf", "file:///tmp/a%20b.pdf"},
       {"/tmp/100%.txt", "file:///tmp/100%25.txt"},
+      {"/tmp/100% sure.txt", "file:///tmp/100%25%20sure.txt"},
+      {"/tmp/a%20b", "file:///tmp/a%2520b"},
       {"/tmp/a#b?c.txt", "file:///tmp/a%23b%3Fc.txt"},
       {"/tmp/!$&'()*+,;=:@-._~", "file:///tmp/!$&'()*+,;=:@-._~"},
       {"/tmp/\"<>[]\\^`{|}", "file:///tmp/%22%3C%3E%5B%5D%5C%5E%60%7B%7C%7D"},
@@ -138,28 +140,17 @@ TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
       {"/", "file:///"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(URL::fileURLWithPath(row.path, false).absoluteString(), row.expected) << row.path;
-  }
-}
-
-TEST(URLTest, FilePathsSurviveTheRoundTripThroughTheirText) {
-  for (const char* path : {
-           "/tmp/a b.pdf",
-           "/tmp/100% sure.txt",
-           "/tmp/#1?.txt",
-           "/tmp/a%20b",
-           "/home/a/Documents/Caf\xC3\xA9 r\xC3\xA9sum\xC3\xA9.pdf",
-           "/home/a/\xE6\x97\xA5\xE6\x9C\xAC.txt",
-           "/tmp/semi;colon:and@at",
-       }) {
-    SCOPED_TRACE(path);
-    URL url = URL::fileURLWithPath(path, false);
-    EXPECT_EQ(url.path(), path);
-    EXPECT_EQ(url.lastPathComponent(), fs::path(path).filename().string());
+    SCOPED_TRACE(row.path);
+    URL url = URL::fileURLWithPath(row.path, false);
+    EXPECT_EQ(url.absoluteString(), row.expected);
     std::optional<URL> reparsed = URL::withString(url.absoluteString());
     ASSERT_TRUE(reparsed.has_value()) << "escaping must yield a strictly valid URL";
     EXPECT_EQ(*reparsed, url);
-    EXPECT_EQ(reparsed->path(), path);
+    EXPECT_EQ(reparsed->path(), url.path());
+    if (std::string_view(row.path).find("//") == std::string_view::npos && row.path[1]) {
+      EXPECT_EQ(url.path(), row.path);
+      EXPECT_EQ(url.lastPathComponent(), fs::path(row.path).filename().string());
+    }
   }
 }
 

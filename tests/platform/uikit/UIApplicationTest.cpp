@@ -11,14 +11,7 @@ using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-const char* stateName(UIApplicationState state) {
-  switch (state) {
-    case UIApplicationState::active: return "active";
-    case UIApplicationState::inactive: return "inactive";
-    case UIApplicationState::background: return "background";
-  }
-  return "?";
-}
+const char* const kStateNames[] = {"active", "inactive", "background"};
 
 class RecordingDelegate : public UIApplicationDelegate {
  public:
@@ -41,7 +34,7 @@ class RecordingDelegate : public UIApplicationDelegate {
 
  private:
   void note(const std::string& call, UIApplication& app) {
-    journal_.note(call + " (" + stateName(app.applicationState()) + ")");
+    journal_.note(call + " (" + kStateNames[static_cast<int>(app.applicationState())] + ")");
   }
   Journal& journal_;
 };

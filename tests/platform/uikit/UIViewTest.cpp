@@ -203,7 +203,6 @@ TEST(UIViewConvertTest, RectsMoveByTheOriginsBetweenTheViewsAndScrolledContent) 
   cell->addSubview(button);
   scroll->setContentOffset({0, 30});
 
-  // Then
   EXPECT_EQ(button->convertRectToView(button->bounds(), screen.get()), CGRectMake(300, 278, 44, 44));
   EXPECT_EQ(button->convertRectToView(button->bounds(), nullptr), CGRectMake(305, 285, 44, 44))
       << "no target: the topmost view's own coordinates";
