@@ -165,35 +165,20 @@ TEST_F(ManualRunLoopTest, DelayedBackgroundWorkJoinsItsQueueOnlyWhenDueWithItsQu
   EXPECT_EQ(log, (std::vector<std::string>{"background"}));
   EXPECT_FALSE(ranOnMain);
 }
-TEST_F(ManualRunLoopTest, WorkPostedFromOtherThreadsRunsOnTheMainQueueInEachThreadsOrder) {
+TEST_F(ManualRunLoopTest, OtherThreadsPostInTheirOwnOrderAndLeaveAGroupThatNotifiesOnce) {
   constexpr int kThreads = 4, kEach = 100;
   std::vector<std::vector<int>> seen(kThreads);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&seen, t] {
-      for (int i = 0; i < kEach; ++i) {
-        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
-      }
-    });
-  }
-  for (auto& th : threads) th.join();
-  loop.runUntilIdle();
-  for (int t = 0; t < kThreads; ++t) {
-    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
-    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
-  }
-}
-
-TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
-  constexpr int kThreads = 4, kEach = 50;
   DispatchGroup group;
   int notified = 0;
   for (int i = 0; i < kThreads * kEach; ++i) group.enter();
   group.notify(DispatchQueue::main(), [&] { ++notified; });
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&group] {
-      for (int i = 0; i < kEach; ++i) group.leave();
+    threads.emplace_back([&seen, &group, t] {
+      for (int i = 0; i < kEach; ++i) {
+        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
+        group.leave();
+      }
     });
   }
   for (auto& th : threads) th.join();
@@ -201,6 +186,10 @@ TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
   loop.runUntilIdle();
   EXPECT_EQ(notified, 1);
   EXPECT_EQ(group.count(), 0);
+  for (int t = 0; t < kThreads; ++t) {
+    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
+    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
+  }
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <string>
 #include <thread>
@@ -21,17 +20,7 @@ constexpr Date kSummer = Date::fromUnix(1'721'048'700);
 // 2024-01-05 23:30:00 UTC: Lisbon is on UTC then, Tokyo already on the 6th.
 constexpr Date kWinter = Date::fromUnix(1'704'497'400);
 
-class NSDateFormatterTest : public ::testing::Test {
- protected:
-  void TearDown() override {
-    NSLocale::setCurrentLocaleIdentifier(savedLocale);
-    NSTimeZone::setLocalTimeZoneName(savedZone);
-  }
-  std::string savedLocale = NSLocale::currentLocale();
-  std::string savedZone = NSTimeZone::localTimeZone();
-};
-
-TEST_F(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
+TEST(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
   struct Row {
     const char* locale;
     const char* zone;
@@ -59,7 +48,7 @@ TEST_F(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
   }
 }
 
-TEST_F(NSDateFormatterTest, DateAndTimeStyles) {
+TEST(NSDateFormatterTest, DateAndTimeStyles) {
   struct Row {
     const char* locale;
     Style date;
@@ -93,37 +82,34 @@ TEST_F(NSDateFormatterTest, DateAndTimeStyles) {
 
 // One formatter through a series of settings: each rebuilds what it caches, and a pattern wins
 // over styles whichever was set first.
-TEST_F(NSDateFormatterTest, EverySettingTakesEffectAndAPatternWinsOverStyles) {
+TEST(NSDateFormatterTest, EverySettingTakesEffectAndAPatternWinsOverStyles) {
   NSDateFormatter f;
   f.setTimeZone("UTC");
-  struct Step {
-    std::function<void()> set;
-    const char* expected;
-  };
-  const Step steps[] = {
-      {[&] { f.setDateStyle(Style::long_); }, "July 15, 2024"},
-      {[&] { f.setDateFormat("yyyy-MM-dd"); }, "2024-07-15"},
-      {[&] { f.setTimeStyle(Style::short_); }, "2024-07-15"},
-      {[&] { f.setDateFormat(""); }, "July 15, 2024 at 1:05\u202FPM"},
-      {[&] { f.setDateFormat("d MMMM HH:mm"); }, "15 July 13:05"},
-      {[&] { f.setLocale("fr_FR"); }, "15 juillet 13:05"},
-      {[&] { f.setTimeZone("Europe/Lisbon"); }, "15 juillet 14:05"},
-      {[&] { f.setDateFormat("MMMM"); }, "juillet"},
-      {[&] {
-         f.setDateFormat("");
-         f.setDateStyle(Style::short_);
-         f.setTimeStyle(Style::none);
-       },
-       "15/07/2024"},
-      {[&] { f.setTimeStyle(Style::short_); }, "15/07/2024 14:05"},
-  };
-  for (size_t i = 0; i < std::size(steps); ++i) {
-    steps[i].set();
-    EXPECT_EQ(f.stringFromDate(kSummer), steps[i].expected) << "step " << i;
-  }
+  f.setDateStyle(Style::long_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "July 15, 2024");
+  f.setDateFormat("yyyy-MM-dd");
+  EXPECT_EQ(f.stringFromDate(kSummer), "2024-07-15");
+  f.setTimeStyle(Style::short_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "2024-07-15");
+  f.setDateFormat("");
+  EXPECT_EQ(f.stringFromDate(kSummer), "July 15, 2024 at 1:05\u202FPM");
+  f.setDateFormat("d MMMM HH:mm");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 July 13:05");
+  f.setLocale("fr_FR");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 juillet 13:05");
+  f.setTimeZone("Europe/Lisbon");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 juillet 14:05");
+  f.setDateFormat("MMMM");
+  EXPECT_EQ(f.stringFromDate(kSummer), "juillet");
+  f.setDateFormat("");
+  f.setDateStyle(Style::short_);
+  f.setTimeStyle(Style::none);
+  EXPECT_EQ(f.stringFromDate(kSummer), "15/07/2024");
+  f.setTimeStyle(Style::short_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "15/07/2024 14:05");
 }
 
-TEST_F(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
+TEST(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
   NSDateFormatter defaults;
   EXPECT_EQ(defaults.locale(), "en_US");
   EXPECT_EQ(defaults.timeZone(), "UTC");
@@ -141,7 +127,7 @@ TEST_F(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
   EXPECT_EQ(NSDateFormatter().timeZone(), "Asia/Tokyo");
 }
 
-TEST_F(NSDateFormatterTest, CopiesAreIndependent) {
+TEST(NSDateFormatterTest, CopiesAreIndependent) {
   NSDateFormatter original;
   original.setDateFormat("HH:mm");
   original.setTimeZone("UTC");
@@ -154,7 +140,7 @@ TEST_F(NSDateFormatterTest, CopiesAreIndependent) {
   EXPECT_EQ(original.stringFromDate(kSummer), "22:05");
 }
 
-TEST_F(NSDateFormatterTest, NothingToPrintForDatesThatAreNoMoment) {
+TEST(NSDateFormatterTest, NothingToPrintForDatesThatAreNoMoment) {
   NSDateFormatter formatter;
   formatter.setDateFormat("yyyy");
   EXPECT_EQ(formatter.stringFromDate(Date{std::nan("")}), "");
@@ -162,7 +148,7 @@ TEST_F(NSDateFormatterTest, NothingToPrintForDatesThatAreNoMoment) {
   EXPECT_EQ(formatter.stringFromDate(kSummer), "2024");
 }
 
-TEST_F(NSDateFormatterTest, OneFormatterServesManyThreadsWhileTheProcessLocaleIsSet) {
+TEST(NSDateFormatterTest, OneFormatterServesManyThreadsWhileTheProcessLocaleIsSet) {
   NSDateFormatter formatter;
   formatter.setDateFormat("d MMM yyyy HH:mm");
   formatter.setTimeZone("UTC");

@@ -247,8 +247,6 @@ TEST_F(NSFileManagerTest, CopyingAFolderIntoItselfFailsAndLeavesNoPartialCopy) {
   EXPECT_EQ(read("tree/leaf.txt"), "x");
 }
 
-// --- Removing -------------------------------------------------------------------------------------
-
 TEST_F(NSFileManagerTest, RemovingFilesFoldersAndLinks) {
   write("file.txt", "f");
   write("full/a/b/c.txt", "c");

@@ -158,7 +158,6 @@ TEST_F(NSUserDefaultsTest, ReplacingTheStandardDefaultsLeavesNoWriteBehind) {
 
   EXPECT_EQ(second->attempts, 0);
   EXPECT_FALSE(NSUserDefaults::standardUserDefaults().boolForKey("a"));
-  NSUserDefaults::installStandard(std::make_shared<InMemoryPreferencesStore>());
 }
 
 TEST_F(NSUserDefaultsTest, SetsFromManyThreadsAllLand) {

@@ -54,14 +54,4 @@ TEST_F(UIAlertControllerTest, OnlyAKnownTitlePressesAndTheAlertLeavesBeforeItsHa
   EXPECT_EQ(screen->presentedViewController(), nullptr);
 }
 
-TEST_F(UIAlertControllerTest, AnActionWithoutHandlerStillDismisses) {
-  auto alert = std::make_shared<UIAlertController>(std::nullopt, "Saved", UIAlertControllerStyle::actionSheet);
-  alert->addAction({"OK", UIAlertActionStyle::cancel, nullptr});
-  screen->presentViewController(alert, true, nullptr);
-  loop.runUntilIdle();
-  EXPECT_TRUE(alert->pressActionWithTitle("OK"));
-  loop.runUntilIdle();
-  EXPECT_EQ(screen->presentedViewController(), nullptr);
-}
-
 }  // namespace

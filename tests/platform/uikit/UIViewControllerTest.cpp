@@ -165,40 +165,34 @@ TEST_F(PresentationTest, AScreenInsideANavigationControllerPresentsThroughIt) {
   EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
 }
 
-TEST_F(PresentationTest, DismissWorksFromThePresenterAndFromThePresented) {
-  for (bool fromPresented : {false, true}) {
-    SCOPED_TRACE(fromPresented ? "dismiss called on the presented" : "dismiss called on the presenter");
-    auto a = recording("A", journal);
-    showOnScreen(a);
-    auto b = recording("B", journal);
-    b->setModalPresentationStyle(Style::fullScreen);
-    a->presentViewController(b, false, nullptr);
-    settle();
+TEST_F(PresentationTest, DismissWorksFromEitherEndAndReleasesThePresentedScreenOnceItEnded) {
+  for (Style style : {Style::fullScreen, Style::automatic}) {
+    for (bool fromPresented : {false, true}) {
+      SCOPED_TRACE(fromPresented ? "dismiss called on the presented" : "dismiss called on the presenter");
+      SCOPED_TRACE(static_cast<int>(style));
+      auto a = recording("A", journal);
+      showOnScreen(a);
+      std::weak_ptr<UIViewController> weakB;
+      {
+        auto b = recording("B", journal);
+        weakB = b;
+        b->setModalPresentationStyle(style);
+        a->presentViewController(b, false, nullptr);
+        settle();
+        (fromPresented ? b : a)->dismissViewControllerAnimated(true, noteCompletion("done"));
+      }
 
-    (fromPresented ? b : a)->dismissViewControllerAnimated(true, noteCompletion("done"));
-
-    EXPECT_EQ(sorted(settle(), 2), (Lines{"A.viewDidAppear", "A.viewWillAppear", "B.viewDidDisappear",
-                                          "B.viewWillDisappear", "done", "next turn"}));
-    EXPECT_EQ(a->presentedViewController(), nullptr);
-    EXPECT_EQ(b->appearance(), UIViewController::Appearance::disappeared);
-    EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
+      EXPECT_FALSE(weakB.expired()) << "the presented screen lives through its dismissal";
+      Lines covered{"A.viewDidAppear", "A.viewWillAppear", "B.viewDidDisappear",
+                    "B.viewWillDisappear", "done", "next turn"};
+      EXPECT_EQ(sorted(settle(), 2), style == Style::fullScreen
+                                         ? covered
+                                         : (Lines{"B.viewDidDisappear", "B.viewWillDisappear", "done", "next turn"}));
+      EXPECT_TRUE(weakB.expired());
+      EXPECT_EQ(a->presentedViewController(), nullptr);
+      EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
+    }
   }
-}
-
-TEST_F(PresentationTest, ThePresentedScreenIsReleasedOnceItsDismissalEnded) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
-  std::weak_ptr<UIViewController> weakB;
-  {
-    auto b = recording("B", journal);
-    weakB = b;
-    a->presentViewController(b, false, nullptr);
-  }
-  settle();
-  a->dismissViewControllerAnimated(true, nullptr);
-  EXPECT_FALSE(weakB.expired());
-  settle();
-  EXPECT_TRUE(weakB.expired());
 }
 
 // A over B over C; dismissing from A removes B and C, dismissing from B only C.
@@ -254,54 +248,15 @@ TEST_F(PresentationTest, DismissingWithinAChainRemovesEveryScreenAboveTheDismiss
   }
 }
 
+// One stack on screen, and a presentation refused from each kind of presenter in turn.
 TEST_F(PresentationTest, RefusedPresentationsLogAndNeverComplete) {
-  struct Row {
-    const char* name;
-    // Prepares the situation and answers the presenter.
-    std::function<std::shared_ptr<UIViewController>(PresentationTest&)> arrange;
-    const char* logged;
-  };
-  const Row rows[] = {
-      {"presenter already presents",
-       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
-         auto a = recording("A", t.journal);
-         t.showOnScreen(a);
-         a->presentViewController(recording("B", t.journal), false, nullptr);
-         t.loop.runUntilIdle();
-         return a;
-       },
-       "which is already presenting"},
-      {"presenter was popped",
-       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
-         auto b = recording("B", t.journal);
-         auto nav = UINavigationController::withRoot(recording("A", t.journal));
-         t.showOnScreen(nav);
-         nav->pushViewController(b, false);
-         t.loop.runUntilIdle();
-         nav->popViewControllerAnimated(false);
-         t.loop.runUntilIdle();
-         return b;
-       },
-       "whose view is not in the window hierarchy"},
-      {"presenter is covered by a pushed screen",
-       [](PresentationTest& t) -> std::shared_ptr<UIViewController> {
-         auto a = recording("A", t.journal);
-         auto nav = UINavigationController::withRoot(a);
-         t.showOnScreen(nav);
-         nav->pushViewController(recording("B", t.journal), false);
-         t.loop.runUntilIdle();
-         return a;
-       },
-       "whose view is not in the window hierarchy"},
-      {"presenter was never shown",
-       [](PresentationTest& t) -> std::shared_ptr<UIViewController> { return recording("A", t.journal); },
-       "whose view is not in the window hierarchy"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    auto presenter = row.arrange(*this);
-    auto presented = recording("C", journal);
+  auto a = recording("A", journal), b = recording("B", journal), c = recording("C", journal);
+  auto nav = UINavigationController::withRoot(a);
+  showOnScreen(nav);
+  auto refused = [&](const std::shared_ptr<UIViewController>& presenter,
+                     const std::shared_ptr<UIViewController>& presented, const char* logged) {
     auto before = presenter->rootAncestor()->presentedViewController();
+    auto presentingBefore = presented->presentingViewController();
     logLines.clear();
     journal.take();
 
@@ -309,34 +264,30 @@ TEST_F(PresentationTest, RefusedPresentationsLogAndNeverComplete) {
 
     EXPECT_EQ(settle(), (Lines{"next turn"}));
     ASSERT_EQ(logLines.size(), 1u);
-    EXPECT_NE(logLines[0].find(row.logged), std::string::npos) << logLines[0];
+    EXPECT_NE(logLines[0].find(logged), std::string::npos) << logLines[0];
     EXPECT_EQ(presenter->rootAncestor()->presentedViewController(), before);
-    EXPECT_EQ(presented->presentingViewController(), nullptr);
-    EXPECT_FALSE(presented->isViewLoaded());
-  }
-}
+    EXPECT_EQ(presented->presentingViewController(), presentingBefore);
+    EXPECT_TRUE(presentingBefore || !presented->isViewLoaded());
+  };
+  const char* notInHierarchy = "whose view is not in the window hierarchy";
 
-TEST_F(PresentationTest, AControllerAlreadyPresentedElsewhereIsNotPresentedAgain) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
-  auto b = recording("B", journal);
-  auto c = recording("C", journal);
-  b->setModalPresentationStyle(Style::pageSheet);
-  a->presentViewController(b, false, nullptr);
+  refused(recording("E", journal), recording("X", journal), notInHierarchy);  // never shown
+  nav->pushViewController(b, false);
   settle();
-  b->presentViewController(c, false, nullptr);
+  refused(a, recording("X", journal), notInHierarchy);  // covered by a pushed screen
+  nav->popViewControllerAnimated(false);
   settle();
-  logLines.clear();
-
-  // c is on screen, presented by b; presenting it from c's own presented chain makes no cycle
+  refused(b, recording("X", journal), notInHierarchy);  // popped
+  c->setModalPresentationStyle(Style::pageSheet);
+  a->presentViewController(c, false, nullptr);
+  settle();
+  refused(a, recording("X", journal), "which is already presenting");
+  // C is on screen, presented by the stack; presenting it again from its own chain makes no cycle.
   auto d = recording("D", journal);
   c->presentViewController(d, false, nullptr);
   settle();
-  d->presentViewController(b, false, noteCompletion("completed"));
-
-  EXPECT_EQ(settle(), (Lines{"next turn"}));
-  EXPECT_EQ(logLines.size(), 1u);
-  EXPECT_EQ(b->presentingViewController(), a);
+  refused(d, c, "");
+  EXPECT_EQ(c->presentingViewController(), nav);
   EXPECT_EQ(d->presentedViewController(), nullptr);
 }
 
