@@ -111,7 +111,12 @@ TEST_F(MAFullscreenAdTest, OneRequestForALoadInFlightAndNoneForAPreloadedInterst
   EXPECT_EQ(network->requests, 1) << "the held ad is reported again, not requested";
   EXPECT_EQ(delegate->take(), (Lines{"didLoadAd held"}));
 }
-TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageInItsFormatAndConsumesIt) {
+TEST_F(MAFullscreenAdTest, OnlyAReadyAdShowsAndItGoesOnStageInItsFormatAndIsConsumed) {
+  make<MAInterstitialAd>("idle")->showAd();
+  loop.runUntilIdle();
+  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
+  EXPECT_TRUE(delegate->heard.empty());
+
   auto ad = loadedInterstitial("unit");
   ASSERT_TRUE(ad->isReady());
 
@@ -140,14 +145,6 @@ TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageInItsFormatAndConsumesIt)
   open->showAd();
   ASSERT_TRUE(stage.showing().has_value());
   EXPECT_EQ(stage.showing()->format, "appOpen");
-}
-
-TEST_F(MAFullscreenAdTest, ShowingAnAdThatIsNotReadyDoesNothing) {
-  auto ad = make<MAInterstitialAd>("unit");
-  ad->showAd();
-  loop.runUntilIdle();
-  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
-  EXPECT_TRUE(delegate->heard.empty());
 }
 
 TEST_F(MAFullscreenAdTest, AnAdCannotShowOverAnotherOne) {

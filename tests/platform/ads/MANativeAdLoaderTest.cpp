@@ -47,19 +47,20 @@ class MANativeAdLoaderTest : public ::testing::Test {
   }
 };
 
-TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLater) {
+TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLaterToALoaderStillThere) {
   struct Row {
-    bool fill;
+    bool fill, loaderDestroyed;
     Lines heard;
   };
-  for (const Row& row : {Row{true, {"didLoadNativeAd without view"}},
-                         Row{false, {"didFailToLoadNativeAd native 204"}}}) {
+  for (const Row& row : {Row{true, false, {"didLoadNativeAd without view"}},
+                         Row{false, false, {"didFailToLoadNativeAd native 204"}}, Row{true, true, {}}}) {
     network->filled.clear();
     if (row.fill) network->filled.insert(MAAdFormat::native);
     delegate->heard.clear();
     auto loader = makeLoader();
 
     loader->loadAd();
+    if (row.loaderDestroyed) loader.reset();
 
     EXPECT_TRUE(delegate->heard.empty());
     loop.runUntilIdle();
@@ -67,15 +68,6 @@ TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLater) {
   }
   ASSERT_TRUE(delegate->ad.has_value());
   EXPECT_EQ(delegate->ad->format, MAAdFormat::native);
-}
-
-TEST_F(MANativeAdLoaderTest, ADestroyedLoaderHearsNothing) {
-  network->filled.insert(MAAdFormat::native);
-  auto loader = makeLoader();
-  loader->loadAd();
-  loader.reset();
-  loop.runUntilIdle();
-  EXPECT_TRUE(delegate->heard.empty());
 }
 
 // A native layout: title 101, body 102, call to action 103, plus an untagged badge label.

@@ -14,7 +14,7 @@ class UIActivityViewControllerTest : public uikit_test::ScreenTest {
   void SetUp() override { showOnScreen(screen); }
 };
 
-TEST_F(UIActivityViewControllerTest, TheShareSheetIsAPopoverOnAPadOnly) {
+TEST_F(UIActivityViewControllerTest, TheShareSheetDescribesItsItemsAndIsAPopoverOnAPadOnly) {
   struct Row {
     UIUserInterfaceIdiom idiom;
     bool popover;
@@ -22,20 +22,15 @@ TEST_F(UIActivityViewControllerTest, TheShareSheetIsAPopoverOnAPadOnly) {
   for (const Row& row : {Row{UIUserInterfaceIdiom::phone, false}, Row{UIUserInterfaceIdiom::pad, true},
                          Row{UIUserInterfaceIdiom::mac, false}}) {
     UIDevice::currentDevice().configure(row.idiom, "17.0");
-    UIActivityViewController sheet({std::string("text")});
+    UIActivityViewController sheet({std::string("Look at this"), URL::fileURLWithPath("/tmp/My File.pdf", false),
+                                    UIImage::named("icon_pdf"), UIImage::systemImageNamed("square.and.arrow.up"),
+                                    UIImage::withPixels({4, 3, {}, ""})});
     EXPECT_EQ(sheet.popoverPresentationController() != nullptr, row.popover)
         << static_cast<int>(row.idiom);
+    EXPECT_EQ(sheet.itemDescriptions(),
+              (std::vector<std::string>{"Look at this", "file:///tmp/My%20File.pdf", "icon_pdf",
+                                        "system:square.and.arrow.up", "pixels:4x3"}));
   }
-}
-
-TEST_F(UIActivityViewControllerTest, TheShareSheetDescribesItsItems) {
-  auto url = URL::fileURLWithPath("/tmp/My File.pdf", false);
-  UIActivityViewController sheet({std::string("Look at this"), url, UIImage::named("icon_pdf"),
-                                  UIImage::systemImageNamed("square.and.arrow.up"),
-                                  UIImage::withPixels({4, 3, {}, ""})});
-  EXPECT_EQ(sheet.itemDescriptions(),
-            (std::vector<std::string>{"Look at this", "file:///tmp/My%20File.pdf", "icon_pdf",
-                                      "system:square.and.arrow.up", "pixels:4x3"}));
 }
 
 TEST_F(UIActivityViewControllerTest, ClosingTheShareSheetReportsAfterItLeft) {

@@ -31,20 +31,30 @@ struct ChangeCounter {
   int count = 0;
 };
 
-TEST(UIViewTest, AddingAViewMovesItFromItsOldParent) {
+TEST(UIViewTest, AViewMovesFromItsOldParentAndRemovingItLetsItGo) {
   auto oldParent = std::make_shared<UIView>();
   auto newParent = std::make_shared<UIView>();
-  auto child = std::make_shared<UIView>();
-  oldParent->addSubview(child);
+  std::weak_ptr<UIView> child;
+  {
+    auto made = std::make_shared<UIView>();
+    child = made;
+    oldParent->addSubview(made);
+  }
   ChangeCounter oldChanges(oldParent), newChanges(newParent);
 
-  newParent->addSubview(child);
+  newParent->addSubview(child.lock());
 
   EXPECT_TRUE(oldParent->subviews().empty());
-  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{child}));
-  EXPECT_EQ(child->superview(), newParent);
+  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{child.lock()}));
+  EXPECT_EQ(child.lock()->superview(), newParent);
   EXPECT_EQ(oldChanges.count, 1);
   EXPECT_EQ(newChanges.count, 1);
+
+  child.lock()->removeFromSuperview();
+
+  EXPECT_TRUE(child.expired());
+  EXPECT_TRUE(newParent->subviews().empty());
+  EXPECT_EQ(newChanges.count, 2);
 }
 
 TEST(UIViewTest, ReaddingASubviewMovesItToTheFront) {
@@ -72,24 +82,6 @@ TEST(UIViewTest, AViewIsNeverAddedInsideItself) {
   EXPECT_EQ(grandchild->superview(), child);
   EXPECT_TRUE(grandchild->subviews().empty());
   EXPECT_FALSE(root->isEffectivelyHidden());
-}
-
-TEST(UIViewTest, RemoveFromSuperviewDetachesAndLetsTheViewGo) {
-  auto parent = std::make_shared<UIView>();
-  std::weak_ptr<UIView> weakChild;
-  {
-    auto child = std::make_shared<UIView>();
-    weakChild = child;
-    parent->addSubview(child);
-  }
-  ASSERT_FALSE(weakChild.expired());
-  ChangeCounter changes(parent);
-
-  weakChild.lock()->removeFromSuperview();
-
-  EXPECT_TRUE(weakChild.expired());
-  EXPECT_TRUE(parent->subviews().empty());
-  EXPECT_EQ(changes.count, 1);
 }
 
 TEST(UIViewTest, ViewWithTagSearchesDepthFirstFromItself) {
