@@ -131,6 +131,11 @@ TEST_F(MAFullscreenAdTest, OnlyAReadyAdShowsAndItGoesOnStageInItsFormatAndIsCons
   EXPECT_TRUE(delegate->heard.empty());
   loop.runUntilIdle();
   EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd unit"}));
+  auto second = loadedInterstitial("second");
+  second->showAd();
+  loop.runUntilIdle();
+  EXPECT_EQ(delegate->take(), (Lines{"didFailToDisplayAd -23"})) << "an ad cannot show over another one";
+  EXPECT_EQ(stage.showing()->adUnit, "unit");
 
   EXPECT_TRUE(stage.close());
   loop.runUntilIdle();
@@ -145,16 +150,6 @@ TEST_F(MAFullscreenAdTest, OnlyAReadyAdShowsAndItGoesOnStageInItsFormatAndIsCons
   open->showAd();
   ASSERT_TRUE(stage.showing().has_value());
   EXPECT_EQ(stage.showing()->format, "appOpen");
-}
-
-TEST_F(MAFullscreenAdTest, AnAdCannotShowOverAnotherOne) {
-  auto first = loadedInterstitial("first");
-  auto second = loadedInterstitial("second");
-  first->showAd();
-  second->showAd();
-  loop.runUntilIdle();
-  EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd first", "didFailToDisplayAd -23"}));
-  EXPECT_EQ(FullScreenAdStage::shared().showing()->adUnit, "first");
 }
 
 TEST_F(MAFullscreenAdTest, ADestroyedAdHearsNothing) {

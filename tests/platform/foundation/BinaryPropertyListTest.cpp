@@ -190,7 +190,14 @@ TEST(BinaryPropertyListLayout, ReferenceAndOffsetSizesAreMinimal) {
   }
 }
 
-TEST(BinaryPropertyListWriter, RefusesWhatCannotBeReadBack) {
+PlistValue nested(size_t depth) {
+  PlistValue v = PlistValue::Array{};
+  for (size_t i = 1; i < depth; ++i)
+    v = PlistValue(PlistValue::Array{std::move(v)});
+  return v;
+}
+
+TEST(BinaryPropertyListWriter, RefusesWhatCannotBeReadBackAndNestsNoDeeperThanTheReader) {
   for (std::string bad : {"\xC0\xAF", "\xED\xA0\x80", "\xE2\x82", "\xF4\x90\x80\x80", "\x80",
                           "ok\xFF", "\xF0\x9F\x98"}) {
     auto r = BinaryPropertyList::write(PlistValue(bad));
@@ -209,16 +216,7 @@ TEST(BinaryPropertyListWriter, RefusesWhatCannotBeReadBack) {
     many.emplace_back("k" + std::to_string(i), i);
   many.emplace_back("k17", 0);
   EXPECT_FALSE(BinaryPropertyList::write(PlistValue(many)).ok());
-}
 
-PlistValue nested(size_t depth) {
-  PlistValue v = PlistValue::Array{};
-  for (size_t i = 1; i < depth; ++i)
-    v = PlistValue(PlistValue::Array{std::move(v)});
-  return v;
-}
-
-TEST(BinaryPropertyListWriter, NestingIsBoundedLikeTheReader) {
   auto deepest = nested(BinaryPropertyList::kMaxNesting);
   EXPECT_TRUE(Identical(roundTrip(deepest), deepest));
   auto tooDeep = BinaryPropertyList::write(nested(BinaryPropertyList::kMaxNesting + 1));

@@ -142,70 +142,54 @@ TEST_F(NSFileManagerTest, MovingOrCopyingAFileOrAFolderWithItsHiddenContents) {
   }
 }
 
-TEST_F(NSFileManagerTest, MovingNeverOverwrites) {
+TEST_F(NSFileManagerTest, AMoveNeverOverwritesNeedsItsSourceAndFolderAndLeavesEverythingInPlace) {
+  const std::string taken = "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cdst\u201D because an item with "
+                            "the same name already exists.";
+  const std::string missing = " because either the former doesn\u2019t exist, or the folder containing "
+                              "the latter doesn\u2019t exist.";
   struct Row {
     const char* name;
+    const char* source;
     const char* destination;
     void (*prepare)(NSFileManagerTest&);
+    long code;
+    std::string sentence;
   };
   const Row rows[] = {
-      {"onto a file", "dst/a.txt", [](NSFileManagerTest& t) { t.write("dst/a.txt", "kept"); }},
-      {"onto an empty folder", "dst/a.txt",
-       [](NSFileManagerTest& t) { fs::create_directories(t.path("dst/a.txt")); }},
-      {"onto a dangling link", "dst/a.txt",
+      {"onto a file", "src/a.txt", "dst/a.txt", [](NSFileManagerTest& t) { t.write("dst/a.txt", "kept"); },
+       516, taken},
+      {"onto an empty folder", "src/a.txt", "dst/a.txt",
+       [](NSFileManagerTest& t) { fs::create_directories(t.path("dst/a.txt")); }, 516, taken},
+      {"onto a dangling link", "src/a.txt", "dst/a.txt",
        [](NSFileManagerTest& t) {
          fs::create_directories(t.path("dst"));
          fs::create_symlink(t.path("nowhere"), t.path("dst/a.txt"));
-       }},
+       },
+       516, taken},
+      {"without a source", "absent.txt", "moved.txt", [](NSFileManagerTest&) {}, 4,
+       "\u201Cabsent.txt\u201D couldn\u2019t be moved to \u201C" + fs::path(root).filename().string() +
+           "\u201D" + missing},
+      {"without a destination folder", "src/a.txt", "nowhere/moved.txt", [](NSFileManagerTest&) {}, 4,
+       "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cnowhere\u201D" + missing},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     fs::remove_all(root);
-    fs::create_directories(root);
     write("src/a.txt", "moving");
     row.prepare(*this);
     auto before = fs::symlink_status(path(row.destination)).type();
 
     NSError error;
-    EXPECT_FALSE(fm.moveItemAtURL(url("src/a.txt"), url(row.destination), &error));
+    EXPECT_FALSE(fm.moveItemAtURL(url(row.source), url(row.destination), &error));
 
-    EXPECT_EQ(error.code, 516);
-    EXPECT_EQ(error.localizedDescription,
-              "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cdst\u201D because an item with the "
-              "same name already exists.");
+    EXPECT_EQ(error.code, row.code);
+    EXPECT_EQ(error.localizedDescription, row.sentence);
     EXPECT_EQ(read("src/a.txt"), "moving") << "the source stays in place";
     EXPECT_EQ(fs::symlink_status(path(row.destination)).type(), before);
     if (before == fs::file_type::regular) {
       EXPECT_EQ(read(row.destination), "kept");
     }
   }
-}
-
-TEST_F(NSFileManagerTest, MovingFailsWithoutASourceOrADestinationFolder) {
-  struct Row {
-    const char* name;
-    const char* source;
-    const char* destination;
-    const char* folderInSentence;
-  };
-  write("present.txt", "P");
-  for (const Row& row : {Row{"missing source", "absent.txt", "moved.txt", ""},
-                         Row{"missing destination folder", "present.txt", "nowhere/moved.txt", "nowhere"}}) {
-    SCOPED_TRACE(row.name);
-    NSError error;
-    EXPECT_FALSE(fm.moveItemAtURL(url(row.source), url(row.destination), &error));
-    EXPECT_EQ(error.code, 4);
-    EXPECT_NE(error.localizedDescription.find("because either the former doesn\u2019t exist, or the "
-                                              "folder containing the latter doesn\u2019t exist."),
-              std::string::npos)
-        << error.localizedDescription;
-    if (*row.folderInSentence) {
-      EXPECT_NE(error.localizedDescription.find(std::string("\u201C") + row.folderInSentence + "\u201D"),
-                std::string::npos);
-    }
-    EXPECT_FALSE(exists(row.destination));
-  }
-  EXPECT_EQ(read("present.txt"), "P");
 }
 
 // A move onto another volume is a copy and a removal; a copy that fails loses nothing.

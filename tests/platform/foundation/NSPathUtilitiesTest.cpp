@@ -6,7 +6,13 @@
 
 namespace {
 
-TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly) {
+TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnlyAndNoHomeMeansNone) {
+  EXPECT_EQ(NSHomeDirectory(), "");
+  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
+  EXPECT_TRUE(NSFileManager::defaultManager()
+                  .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
+                  .empty());
+
   setApplicationHomeDirectory("/data/app home/");
   EXPECT_EQ(NSHomeDirectory(), "/data/app home");
   struct Row {
@@ -32,14 +38,6 @@ TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly
   ASSERT_EQ(urls.size(), 1u);
   EXPECT_EQ(urls[0].absoluteString(), "file:///data/app%20home/Documents/");
   EXPECT_EQ(urls[0].path(), "/data/app home/Documents");
-}
-
-TEST(NSPathUtilitiesTest, NoHomeMeansNoDirectories) {
-  EXPECT_EQ(NSHomeDirectory(), "");
-  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
-  EXPECT_TRUE(NSFileManager::defaultManager()
-                  .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
-                  .empty());
 }
 
 }  // namespace

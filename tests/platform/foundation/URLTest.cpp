@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(URLTest, AcceptsWellFormedReferencesAndKeepsTheirTextExactly) {
+TEST(URLTest, AcceptsWellFormedReferencesKeepingTheirTextExactlyAndRejectsTheRest) {
   for (const char* text : {
            "assets-library://asset/asset.JPG?id=5D1C0A3E-0000-4000-8000-000000000001&extJPG",
            "ipod-library://item/item.mp3?id=1311234567890123",
@@ -31,9 +31,6 @@ TEST(URLTest, AcceptsWellFormedReferencesAndKeepsTheirTextExactly) {
     ASSERT_TRUE(url.has_value()) << text;
     EXPECT_EQ(url->absoluteString(), text);
   }
-}
-
-TEST(URLTest, RejectsTextThatIsNoStrictURL) {
   for (const char* text : {
            "",
            " ",
@@ -179,7 +176,7 @@ class URLFileSystemTest : public ::testing::Test {
   fs::path dir;
 };
 
-TEST_F(URLFileSystemTest, AnExistingDirectoryGetsATrailingSlash) {
+TEST_F(URLFileSystemTest, TheFileSystemDecidesTheTrailingSlashOnlyWhenNotTold) {
   URL directory = URL::fileURLWithPath((dir / "sub dir").string());
   EXPECT_EQ(directory.absoluteString().back(), '/');
   EXPECT_EQ(directory.path(), (dir / "sub dir").string());
@@ -188,9 +185,7 @@ TEST_F(URLFileSystemTest, AnExistingDirectoryGetsATrailingSlash) {
   URL file = URL::fileURLWithPath((dir / "file.txt").string());
   EXPECT_NE(file.absoluteString().back(), '/');
   EXPECT_EQ(URL::fileURLWithPath((dir / "sub dir").string(), false).absoluteString().back(), 'r');
-}
 
-TEST_F(URLFileSystemTest, AppendingAskTheFileSystemOnlyWhenNotTold) {
   URL base = URL::fileURLWithPath(dir.string());
   EXPECT_EQ(base.appendingPathComponent("sub dir").absoluteString(),
             base.absoluteString() + "sub%20dir/");

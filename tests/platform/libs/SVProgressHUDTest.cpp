@@ -229,15 +229,13 @@ TEST_F(SVProgressHUDTest, ALaterDismissalDuringAFadeKeepsTheEarlierCompletion) {
   }
 }
 
-TEST_F(SVProgressHUDTest, DismissingAHiddenOverlayStillCompletesAfterTheFade) {
+TEST_F(SVProgressHUDTest, AHiddenOverlayDismissedStillCompletesAfterTheFadeAndALateSelfDismissalLeavesItAlone) {
   SVProgressHUD::dismissWithCompletion(note("completed"));
   loop.runUntilIdle();
   EXPECT_EQ(phase(), "hidden");
   loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
   EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
-}
 
-TEST_F(SVProgressHUDTest, ALateSelfDismissalLeavesAHiddenOverlayAlone) {
   SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
   loop.advance(0.1);
   SVProgressHUD::dismiss();

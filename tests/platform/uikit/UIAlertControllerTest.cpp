@@ -12,19 +12,20 @@ using uikit_test::recording;
 class UIAlertControllerTest : public uikit_test::ScreenTest {
  protected:
   std::shared_ptr<uikit_test::RecordingController> screen = recording("Screen", journal);
+  std::shared_ptr<UIAlertController> alert;
 
-  void SetUp() override { showOnScreen(screen); }
-
-  std::shared_ptr<UIAlertController> presentAlert() {
-    auto alert = std::make_shared<UIAlertController>("Delete?", "It cannot be undone.",
-                                                     UIAlertControllerStyle::alert);
+  // Given an alert with two handlers that note where they run, presented on a screen
+  void SetUp() override {
+    showOnScreen(screen);
+    alert = std::make_shared<UIAlertController>("Delete?", "It cannot be undone.",
+                                                UIAlertControllerStyle::alert);
     for (const char* title : {"Cancel", "Delete"}) {
       alert->addAction({title, UIAlertActionStyle::defaultStyle, [this, weakAlert = std::weak_ptr(alert)](const UIAlertAction& a) {
-                          auto alert = weakAlert.lock();
+                          auto self = weakAlert.lock();
                           journal.note("handler " + a.title + (screen->presentedViewController()
                                                                    ? " while presented"
                                                                    : " after dismissal"));
-                          journal.note(alert->appearance() == UIViewController::Appearance::disappeared
+                          journal.note(self->appearance() == UIViewController::Appearance::disappeared
                                            ? "alert gone"
                                            : "alert still on screen");
                         }});
@@ -32,12 +33,10 @@ class UIAlertControllerTest : public uikit_test::ScreenTest {
     screen->presentViewController(alert, true, nullptr);
     loop.runUntilIdle();
     journal.take();
-    return alert;
   }
 };
 
 TEST_F(UIAlertControllerTest, OnlyAKnownTitlePressesAndTheAlertLeavesBeforeItsHandlerRuns) {
-  auto alert = presentAlert();
   EXPECT_EQ(screen->appearance(), UIViewController::Appearance::appeared) << "an alert leaves the presenter on screen";
   EXPECT_FALSE(alert->pressActionWithTitle("delete"));
   EXPECT_FALSE(alert->pressActionWithTitle(""));

@@ -91,7 +91,7 @@ TEST_F(UIApplicationTest, BackgroundAndForegroundMovesCallTheDelegateOncePerMove
   }
 }
 
-TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLater) {
+TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLaterAndOnlyURLsWithASchemeCanOpen) {
   std::vector<URL> asked;
   app.setURLOpener([&](const URL& url) {
     asked.push_back(url);
@@ -110,9 +110,6 @@ TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLater) {
   EXPECT_TRUE(answers.empty());
   loop.runUntilIdle();
   EXPECT_EQ(answers, (std::vector<bool>{true, false}));
-}
-
-TEST_F(UIApplicationTest, CanOpenOnlyURLsWithAScheme) {
   EXPECT_TRUE(app.canOpenURL(*URL::withString("https://example.com")));
   EXPECT_FALSE(app.canOpenURL(*URL::withString("relative/path")));
 }

@@ -22,7 +22,7 @@ using Style = UIModalPresentationStyle;
 class SelfInspectingController : public UIViewController {
  public:
   int loadViewCalls = 0;
-  int viewDidLoadCalls = 0;
+  std::vector<std::string> order;
   std::shared_ptr<UIView> seenInViewDidLoad;
 
  protected:
@@ -31,13 +31,19 @@ class SelfInspectingController : public UIViewController {
     UIViewController::loadView();
   }
   void viewDidLoad() override {
-    ++viewDidLoadCalls;
+    order.push_back("viewDidLoad");
     seenInViewDidLoad = view();  // asking again must not load again
   }
 };
 
-TEST(UIViewControllerViewTest, TheViewLoadsOnceEvenWhenViewDidLoadAsksForIt) {
+TEST(UIViewControllerViewTest, TheViewLoadsOnceAndTheSceneLoaderRunsBeforeViewDidLoadWithTheViewInPlace) {
   auto vc = std::make_shared<SelfInspectingController>();
+  vc->setSceneLoader([&](UIViewController& c) {
+    vc->order.push_back(c.isViewLoaded() ? "scene with view" : "scene without view");
+    auto label = std::make_shared<UIView>();
+    c.view()->addSubview(label);
+    c.registerOutlet("label", label);
+  });
   EXPECT_FALSE(vc->isViewLoaded());
 
   auto first = vc->view();
@@ -45,32 +51,12 @@ TEST(UIViewControllerViewTest, TheViewLoadsOnceEvenWhenViewDidLoadAsksForIt) {
   vc->loadViewIfNeeded();
 
   EXPECT_EQ(vc->loadViewCalls, 1);
-  EXPECT_EQ(vc->viewDidLoadCalls, 1);
+  EXPECT_EQ(vc->order, (std::vector<std::string>{"scene with view", "viewDidLoad"}));
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(first, second);
   EXPECT_EQ(vc->seenInViewDidLoad, first);
-}
-
-TEST(UIViewControllerViewTest, TheSceneLoaderRunsBeforeViewDidLoadWithTheViewInPlace) {
-  std::vector<std::string> order;
-  struct Probe : UIViewController {
-    std::vector<std::string>* order = nullptr;
-    void viewDidLoad() override { order->push_back("viewDidLoad"); }
-  };
-  auto vc = std::make_shared<Probe>();
-  vc->order = &order;
-  vc->setSceneLoader([&](UIViewController& c) {
-    order.push_back(c.isViewLoaded() ? "scene with view" : "scene without view");
-    auto label = std::make_shared<UIView>();
-    c.view()->addSubview(label);
-    c.registerOutlet("label", label);
-  });
-
-  auto view = vc->view();
-
-  EXPECT_EQ(order, (std::vector<std::string>{"scene with view", "viewDidLoad"}));
-  EXPECT_EQ(view->subviews().size(), 1u);
-  EXPECT_EQ(vc->outlet("label"), view->subviews()[0]);
+  ASSERT_EQ(first->subviews().size(), 1u);
+  EXPECT_EQ(vc->outlet("label"), first->subviews()[0]);
 }
 
 // --- Modal presentation ---------------------------------------------------------------------------
@@ -95,53 +81,41 @@ class PresentationTest : public uikit_test::ScreenTest {
   }
 };
 
-struct StyleRow {
-  Style style;
-  bool takesPresenterOffScreen;
-};
+TEST_F(PresentationTest, PresentAndDismissMoveThePresenterOnlyForCoveringStyles) {
+  for (Style style : {Style::fullScreen, Style::currentContext, Style::overFullScreen,
+                      Style::overCurrentContext, Style::pageSheet, Style::formSheet, Style::custom,
+                      Style::automatic}) {
+    SCOPED_TRACE(static_cast<int>(style));
+    const bool covers = style == Style::fullScreen || style == Style::currentContext;
+    auto a = recording("A", journal);
+    showOnScreen(a);
+    auto b = recording("B", journal);
+    b->setModalPresentationStyle(style);
 
-class PresentationStyleTest : public PresentationTest,
-                              public ::testing::WithParamInterface<StyleRow> {};
+    a->presentViewController(b, true, noteCompletion("presented"));
 
-TEST_P(PresentationStyleTest, PresentAndDismissMoveThePresenterOnlyForCoveringStyles) {
-  const auto [style, covers] = GetParam();
-  auto a = recording("A", journal);
-  showOnScreen(a);
-  auto b = recording("B", journal);
-  b->setModalPresentationStyle(style);
+    // The will-callbacks run inside the call, the did-callbacks one turn later, then completion
+    EXPECT_EQ(journal.take(), covers ? (Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"})
+                                     : (Lines{"B.viewDidLoad", "B.viewWillAppear"}));
+    EXPECT_EQ(sorted(settle(), 2),
+              covers ? (Lines{"A.viewDidDisappear", "B.viewDidAppear", "presented", "next turn"})
+                     : (Lines{"B.viewDidAppear", "presented", "next turn"}));
+    EXPECT_EQ(a->presentedViewController(), b);
+    EXPECT_EQ(b->presentingViewController(), a);
 
-  a->presentViewController(b, true, noteCompletion("presented"));
+    a->dismissViewControllerAnimated(true, noteCompletion("dismissed"));
 
-  // The will-callbacks run inside the call, the did-callbacks one turn later, then completion
-  EXPECT_EQ(journal.take(), covers ? (Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"})
-                                   : (Lines{"B.viewDidLoad", "B.viewWillAppear"}));
-  EXPECT_EQ(sorted(settle(), 2),
-            covers ? (Lines{"A.viewDidDisappear", "B.viewDidAppear", "presented", "next turn"})
-                   : (Lines{"B.viewDidAppear", "presented", "next turn"}));
-  EXPECT_EQ(a->presentedViewController(), b);
-  EXPECT_EQ(b->presentingViewController(), a);
-
-  a->dismissViewControllerAnimated(true, noteCompletion("dismissed"));
-
-  // The presenter comes back only if it had left
-  EXPECT_EQ(sorted(journal.take()), covers ? (Lines{"A.viewWillAppear", "B.viewWillDisappear"})
-                                           : (Lines{"B.viewWillDisappear"}));
-  EXPECT_EQ(sorted(settle(), 2),
-            covers ? (Lines{"A.viewDidAppear", "B.viewDidDisappear", "dismissed", "next turn"})
-                   : (Lines{"B.viewDidDisappear", "dismissed", "next turn"}));
-  EXPECT_EQ(a->presentedViewController(), nullptr);
-  EXPECT_EQ(b->presentingViewController(), nullptr);
-  EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
+    // The presenter comes back only if it had left
+    EXPECT_EQ(sorted(journal.take()), covers ? (Lines{"A.viewWillAppear", "B.viewWillDisappear"})
+                                             : (Lines{"B.viewWillDisappear"}));
+    EXPECT_EQ(sorted(settle(), 2),
+              covers ? (Lines{"A.viewDidAppear", "B.viewDidDisappear", "dismissed", "next turn"})
+                     : (Lines{"B.viewDidDisappear", "dismissed", "next turn"}));
+    EXPECT_EQ(a->presentedViewController(), nullptr);
+    EXPECT_EQ(b->presentingViewController(), nullptr);
+    EXPECT_EQ(a->appearance(), UIViewController::Appearance::appeared);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Styles, PresentationStyleTest,
-    ::testing::Values(StyleRow{Style::fullScreen, true}, StyleRow{Style::currentContext, true},
-                      StyleRow{Style::overFullScreen, false},
-                      StyleRow{Style::overCurrentContext, false}, StyleRow{Style::pageSheet, false},
-                      StyleRow{Style::formSheet, false}, StyleRow{Style::custom, false},
-                      StyleRow{Style::automatic, false}),
-    [](const auto& info) { return "style" + std::to_string(static_cast<int>(info.param.style) + 2); });
 
 TEST_F(PresentationTest, AScreenInsideANavigationControllerPresentsThroughIt) {
   auto a = recording("A", journal);
