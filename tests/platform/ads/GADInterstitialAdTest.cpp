@@ -36,9 +36,7 @@ class GADInterstitialAdTest : public ::testing::Test {
   std::shared_ptr<FakeGoogleAdsNetwork> network = std::make_shared<FakeGoogleAdsNetwork>();
   std::shared_ptr<RecordingContentDelegate> delegate = std::make_shared<RecordingContentDelegate>();
 
-  void SetUp() override {
-    GoogleAdsNetwork::install(network);
-  }
+  void SetUp() override { GoogleAdsNetwork::install(network); }
 
   std::shared_ptr<GADInterstitialAd> load() {
     std::shared_ptr<GADInterstitialAd> loaded;

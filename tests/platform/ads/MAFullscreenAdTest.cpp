@@ -39,9 +39,7 @@ class MAFullscreenAdTest : public ::testing::Test {
   std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
   std::shared_ptr<RecordingAdDelegate> delegate = std::make_shared<RecordingAdDelegate>();
 
-  void SetUp() override {
-    AppLovinNetwork::install(network);
-  }
+  void SetUp() override { AppLovinNetwork::install(network); }
 
   template <class Ad>
   std::shared_ptr<Ad> make(const std::string& unit) {

@@ -36,9 +36,7 @@ class MANativeAdLoaderTest : public ::testing::Test {
   std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
   std::shared_ptr<RecordingNativeDelegate> delegate = std::make_shared<RecordingNativeDelegate>();
 
-  void SetUp() override {
-    AppLovinNetwork::install(network);
-  }
+  void SetUp() override { AppLovinNetwork::install(network); }
 
   std::shared_ptr<MANativeAdLoader> makeLoader() {
     auto loader = std::make_shared<MANativeAdLoader>("native");
@@ -89,7 +87,13 @@ struct Layout {
   }
 };
 
-TEST_F(MANativeAdLoaderTest, RenderingFillsOnlyTheSubviewsBoundByTag) {
+TEST_F(MANativeAdLoaderTest, RenderingFillsOnlyTheSubviewsBoundByTagOfABoundView) {
+  Layout unbound;
+  EXPECT_FALSE(makeLoader()->renderNativeAdView(unbound.view, {}));
+  EXPECT_FALSE(makeLoader()->renderNativeAdView(nullptr, {}));
+  EXPECT_FALSE(unbound.view->renderedAd().has_value());
+  EXPECT_EQ(unbound.title->text(), std::nullopt);
+
   struct Row {
     const char* name;
     long bodyTag, ctaTag;
@@ -116,15 +120,6 @@ TEST_F(MANativeAdLoaderTest, RenderingFillsOnlyTheSubviewsBoundByTag) {
     ASSERT_TRUE(layout.view->renderedAd().has_value());
     EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
   }
-}
-
-TEST_F(MANativeAdLoaderTest, AViewThatWasNeverBoundIsNotRendered) {
-  auto loader = makeLoader();
-  Layout layout;
-  EXPECT_FALSE(loader->renderNativeAdView(layout.view, {}));
-  EXPECT_FALSE(loader->renderNativeAdView(nullptr, {}));
-  EXPECT_FALSE(layout.view->renderedAd().has_value());
-  EXPECT_EQ(layout.title->text(), std::nullopt);
 }
 
 }  // namespace

@@ -15,14 +15,10 @@
 namespace uikit_test {
 
 // The life-cycle calls controllers receive, as "<name>.<call>" lines in the order they came.
-class Journal {
- public:
-  void note(std::string line) { lines_.push_back(std::move(line)); }
-  // What was noted since the last take.
-  std::vector<std::string> take() { return std::exchange(lines_, {}); }
-
- private:
-  std::vector<std::string> lines_;
+struct Journal {
+  std::vector<std::string> lines;
+  void note(std::string line) { lines.push_back(std::move(line)); }
+  std::vector<std::string> take() { return std::exchange(lines, {}); }  // what came since
 };
 
 class RecordingController : public UIViewController {

@@ -10,7 +10,6 @@
 
 namespace {
 
-// A responder that notes the selectors it was sent and who sent them.
 class Target : public UIResponder {
  public:
   bool performAction(std::string_view selector, const std::shared_ptr<NSObject>& sender) override {

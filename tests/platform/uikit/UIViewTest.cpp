@@ -31,7 +31,7 @@ struct ChangeCounter {
   int count = 0;
 };
 
-TEST(UIViewTest, AViewMovesFromItsOldParentAndRemovingItLetsItGo) {
+TEST(UIViewTest, AViewMovesFromItsOldParentOrToTheFrontAndRemovingItLetsItGo) {
   auto oldParent = std::make_shared<UIView>();
   auto newParent = std::make_shared<UIView>();
   std::weak_ptr<UIView> child;
@@ -55,15 +55,13 @@ TEST(UIViewTest, AViewMovesFromItsOldParentAndRemovingItLetsItGo) {
   EXPECT_TRUE(child.expired());
   EXPECT_TRUE(newParent->subviews().empty());
   EXPECT_EQ(newChanges.count, 2);
-}
 
-TEST(UIViewTest, ReaddingASubviewMovesItToTheFront) {
-  auto parent = std::make_shared<UIView>();
+  // Adding a subview again moves it to the front.
   auto a = tagged(1), b = tagged(2), c = tagged(3);
-  for (const auto& v : {a, b, c}) parent->addSubview(v);
-  parent->addSubview(a);
-  parent->insertSubviewAtIndex(c, 0);
-  EXPECT_EQ(parent->subviews(), (std::vector<std::shared_ptr<UIView>>{c, b, a}));
+  for (const auto& v : {a, b, c}) newParent->addSubview(v);
+  newParent->addSubview(a);
+  newParent->insertSubviewAtIndex(c, 0);
+  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{c, b, a}));
 }
 
 TEST(UIViewTest, AViewIsNeverAddedInsideItself) {
