@@ -37,14 +37,6 @@ class GADInterstitialAdTest : public ::testing::Test {
   std::shared_ptr<RecordingContentDelegate> delegate = std::make_shared<RecordingContentDelegate>();
 
   void SetUp() override { GoogleAdsNetwork::install(network); }
-
-  std::shared_ptr<GADInterstitialAd> load() {
-    std::shared_ptr<GADInterstitialAd> loaded;
-    GADInterstitialAd::loadWithAdUnitID("gad-unit", {}, [&](auto ad, auto) { loaded = ad; });
-    loop.runUntilIdle();
-    if (loaded) loaded->setFullScreenContentDelegate(delegate);
-    return loaded;
-  }
 };
 
 TEST_F(GADInterstitialAdTest, LoadingAnswersOneTurnLaterWithTheAdOrAnError) {
@@ -70,8 +62,11 @@ TEST_F(GADInterstitialAdTest, LoadingAnswersOneTurnLaterWithTheAdOrAnError) {
 }
 
 TEST_F(GADInterstitialAdTest, PresentAndDismissCallTheDelegateInOrderAndOnlyOnce) {
-  auto ad = load();
+  std::shared_ptr<GADInterstitialAd> ad;
+  GADInterstitialAd::loadWithAdUnitID("gad-unit", {}, [&](auto loaded, auto) { ad = loaded; });
+  loop.runUntilIdle();
   ASSERT_NE(ad, nullptr);
+  ad->setFullScreenContentDelegate(delegate);
 
   ad->presentFromRootViewController(nullptr);
 

@@ -43,7 +43,7 @@ class NSUserDefaultsTest : public ::testing::Test {
   NSUserDefaults defaults{store, kDebounce};
 };
 
-TEST_F(NSUserDefaultsTest, BoolForKeyReadsBooleansNumbersAndWords) {
+TEST_F(NSUserDefaultsTest, BoolsReadNumbersAndWordsDataOnlyDataAndNoValueRemovesTheKey) {
   const std::pair<std::optional<PlistValue>, bool> rows[] = {
       {PlistValue(true), true}, {PlistValue(false), false}, {PlistValue(1), true}, {PlistValue(0), false},
       {PlistValue(-3), true}, {PlistValue(0.5), true}, {PlistValue(0.0), false}, {PlistValue("YES"), true},
@@ -56,9 +56,7 @@ TEST_F(NSUserDefaultsTest, BoolForKeyReadsBooleansNumbersAndWords) {
     defaults.setObject(rows[i].first, "key");
     EXPECT_EQ(defaults.boolForKey("key"), rows[i].second) << "row " << i;
   }
-}
 
-TEST_F(NSUserDefaultsTest, DataForKeyGivesOnlyDataAndSettingNoValueRemovesTheKey) {
   Data bytes{0xCA, 0xFE};
   defaults.setObject(PlistValue(bytes), "data");
   defaults.setObject(PlistValue("CAFE"), "text");

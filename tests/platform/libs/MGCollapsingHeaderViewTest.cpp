@@ -45,7 +45,7 @@ class MGCollapsingHeaderViewTest : public ::testing::Test {
   }
 };
 
-TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollAndEachFinishIsHeardOncePerArrival) {
+TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollWhileThereIsRoomAndEachFinishIsHeardOncePerArrival) {
   struct Step {
     double offset;
     double constant;
@@ -72,6 +72,17 @@ TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollAndEachFinishIsHeard
     EXPECT_DOUBLE_EQ(header->progress(), step.progress) << "at " << step.offset;
     EXPECT_EQ(delegate->take(), step.heard) << "at " << step.offset;
   }
+
+  // Nothing moves without room to collapse, or without a constraint.
+  header->setMinimumHeaderHeight(200);
+  scrollTo(100);
+  EXPECT_EQ(height->constant(), 200);
+  EXPECT_EQ(header->progress(), 0);
+  auto bare = std::make_shared<MGCollapsingHeaderView>();
+  bare->setDelegate(delegate);
+  bare->collapseWithScroll(*scroll);
+  EXPECT_FALSE(bare->headerHeight());
+  EXPECT_TRUE(delegate->take().empty());
 }
 
 TEST_F(MGCollapsingHeaderViewTest, TheFullHeightIsTheConstantAtTheFirstCollapseOfEachConstraint) {
@@ -119,19 +130,6 @@ TEST_F(MGCollapsingHeaderViewTest, WithoutAlwaysCollapseOnlyContentTallerThanVie
   header->setAlwaysCollapse(true);
   scrollTo(100);
   EXPECT_EQ(height->constant(), 100) << "always collapsing ignores the content size";
-}
-
-TEST_F(MGCollapsingHeaderViewTest, NothingMovesWithoutAConstraintOrWithoutRoomToCollapse) {
-  header->setMinimumHeaderHeight(200);
-  scrollTo(100);
-  EXPECT_EQ(height->constant(), 200);
-  EXPECT_EQ(header->progress(), 0);
-
-  auto bare = std::make_shared<MGCollapsingHeaderView>();
-  bare->setDelegate(delegate);
-  bare->collapseWithScroll(*scroll);
-  EXPECT_FALSE(bare->headerHeight());
-  EXPECT_TRUE(delegate->take().empty());
 }
 
 TEST_F(MGCollapsingHeaderViewTest, AnAlphaAttributeFadesItsViewByValueTimesProgressFromItsOwnAlpha) {

@@ -21,7 +21,7 @@ class Target : public UIResponder {
   std::vector<std::string> received;
 };
 
-TEST(UIGestureRecognizerTest, RecognitionSendsActionsOnlyWhenEnabledAndAttached) {
+TEST(UIGestureRecognizerTest, RecognitionSendsActionsToEveryTargetOnlyWhenEnabledAndAttached) {
   enum class Attachment { kept, never, removed, viewGone, moved };
   struct Row {
     const char* name;
@@ -66,9 +66,8 @@ TEST(UIGestureRecognizerTest, RecognitionSendsActionsOnlyWhenEnabledAndAttached)
       EXPECT_EQ(tap->locationInView(view.get()), (CGPoint{12, 34}));
     }
   }
-}
 
-TEST(UIGestureRecognizerTest, EveryTargetHearsEachStateOfAContinuousGesture) {
+  // Every target hears each state of a continuous gesture.
   auto first = std::make_shared<Target>();
   auto second = std::make_shared<Target>();
   auto view = std::make_shared<UIView>();
