@@ -17,7 +17,6 @@ class FakeAppLovinNetwork : public AppLovinNetwork {
   std::set<MAAdFormat> filled;
   bool preloadedInterstitial = false;
   int requests = 0;
-  std::vector<std::string> calls;
 
   void initialize(std::function<void()> done) override { DispatchQueue::main().async(std::move(done)); }
   void requestAd(MAAdFormat format, const std::string& adUnit,
@@ -32,19 +31,18 @@ class FakeAppLovinNetwork : public AppLovinNetwork {
   bool hasPreloadedAd(MAAdFormat format) const override {
     return preloadedInterstitial && format == MAAdFormat::interstitial;
   }
-  void record(const std::string& call) override { calls.push_back(call); }
+  void record(const std::string&) override {}
 };
 
 class FakeGoogleAdsNetwork : public GoogleAdsNetwork {
  public:
   bool fill = true;
-  std::vector<std::string> calls;
 
   void start(std::function<void()> done) override { DispatchQueue::main().async(std::move(done)); }
   void requestInterstitial(const std::string&, std::function<void(bool)> answer) override {
     DispatchQueue::main().async([answer = std::move(answer), fill = fill] { answer(fill); });
   }
-  void record(const std::string& call) override { calls.push_back(call); }
+  void record(const std::string&) override {}
 };
 
 }  // namespace ads_test

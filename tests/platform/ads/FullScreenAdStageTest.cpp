@@ -9,14 +9,8 @@
 
 namespace {
 
-class FullScreenAdStageTest : public ::testing::Test {
- protected:
+TEST(FullScreenAdStageTest, OneAdAtATimeItsCloseActionRunsOnAnEmptyStageAndAResetForgetsAll) {
   FullScreenAdStage& stage = FullScreenAdStage::shared();
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
-TEST_F(FullScreenAdStageTest, OneAdAtATimeItsCloseActionRunsOnAnEmptyStageAndAResetForgetsAll) {
   std::vector<std::string> log;
   int changes = 0;
   stage.changed().observe([&] { ++changes; });

@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "FakeAdNetworks.h"
-#include "platform/PlatformState.h"
 #include "platform/ads/FullScreenAdStage.h"
 #include "platform/ads/MAAppOpenAd.h"
 #include "platform/ads/MAInterstitialAd.h"
@@ -41,11 +39,7 @@ class MAFullscreenAdTest : public ::testing::Test {
   std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
   std::shared_ptr<RecordingAdDelegate> delegate = std::make_shared<RecordingAdDelegate>();
 
-  void SetUp() override {
-    resetPlatformState();
-    AppLovinNetwork::install(network);
-  }
-  void TearDown() override { resetPlatformState(); }
+  void SetUp() override { AppLovinNetwork::install(network); }
 
   template <class Ad>
   std::shared_ptr<Ad> make(const std::string& unit) {
@@ -115,7 +109,12 @@ TEST_F(MAFullscreenAdTest, OneRequestForALoadInFlightAndNoneForAPreloadedInterst
   EXPECT_EQ(network->requests, 1) << "the held ad is reported again, not requested";
   EXPECT_EQ(delegate->take(), (Lines{"didLoadAd held"}));
 }
-TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageInItsFormatAndConsumesIt) {
+TEST_F(MAFullscreenAdTest, OnlyAReadyAdShowsAndItGoesOnStageInItsFormatAndIsConsumed) {
+  make<MAInterstitialAd>("idle")->showAd();
+  loop.runUntilIdle();
+  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
+  EXPECT_TRUE(delegate->heard.empty());
+
   auto ad = loadedInterstitial("unit");
   ASSERT_TRUE(ad->isReady());
 
@@ -130,6 +129,11 @@ TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageInItsFormatAndConsumesIt)
   EXPECT_TRUE(delegate->heard.empty());
   loop.runUntilIdle();
   EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd unit"}));
+  auto second = loadedInterstitial("second");
+  second->showAd();
+  loop.runUntilIdle();
+  EXPECT_EQ(delegate->take(), (Lines{"didFailToDisplayAd -23"})) << "an ad cannot show over another one";
+  EXPECT_EQ(stage.showing()->adUnit, "unit");
 
   EXPECT_TRUE(stage.close());
   loop.runUntilIdle();
@@ -146,73 +150,24 @@ TEST_F(MAFullscreenAdTest, ShowingAReadyAdPutsItOnStageInItsFormatAndConsumesIt)
   EXPECT_EQ(stage.showing()->format, "appOpen");
 }
 
-TEST_F(MAFullscreenAdTest, ShowingAnAdThatIsNotReadyDoesNothing) {
-  auto ad = make<MAInterstitialAd>("unit");
-  ad->showAd();
-  loop.runUntilIdle();
-  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
-  EXPECT_TRUE(delegate->heard.empty());
-
-  auto shown = loadedInterstitial("again");
-  shown->showAd();
-  FullScreenAdStage::shared().close();
-  loop.runUntilIdle();
-  delegate->take();
-  shown->showAd();  // consumed by the first show
-  loop.runUntilIdle();
-  EXPECT_FALSE(FullScreenAdStage::shared().showing().has_value());
-  EXPECT_TRUE(delegate->heard.empty());
-}
-
-TEST_F(MAFullscreenAdTest, AnAdCannotShowOverAnotherOne) {
-  auto first = loadedInterstitial("first");
-  auto second = loadedInterstitial("second");
-  first->showAd();
-  second->showAd();
-  loop.runUntilIdle();
-  EXPECT_EQ(delegate->take(), (Lines{"didDisplayAd first", "didFailToDisplayAd -23"}));
-  EXPECT_EQ(FullScreenAdStage::shared().showing()->adUnit, "first");
-}
-
 TEST_F(MAFullscreenAdTest, ADestroyedAdHearsNothing) {
-  struct Row {
-    const char* name;
-    std::function<void(MAFullscreenAdTest&, std::shared_ptr<MAInterstitialAd>&)> act;
-  };
-  const Row rows[] = {
-      {"destroyed while loading",
-       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
-         ad->loadAd();
-         t.delegate->take();
-         ad.reset();
-       }},
-      {"destroyed while showing",
-       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
-         ad->loadAd();
-         t.loop.runUntilIdle();
-         ad->showAd();
-         t.delegate->take();
-         ad.reset();
-         t.loop.runUntilIdle();
-         FullScreenAdStage::shared().close();
-       }},
-      {"destroyed after closing",
-       [](MAFullscreenAdTest& t, std::shared_ptr<MAInterstitialAd>& ad) {
-         ad->loadAd();
-         t.loop.runUntilIdle();
-         ad->showAd();
-         t.loop.runUntilIdle();
-         FullScreenAdStage::shared().close();
-         t.delegate->take();
-         ad.reset();
-       }},
-  };
   network->filled.insert(MAAdFormat::interstitial);
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  // Steps 0 to 4 load, settle, show, settle and close; the ad goes before step 1 (while it
+  // loads), 3 (while it shows) or 5 (after it closed).
+  for (int goneBefore : {1, 3, 5}) {
+    SCOPED_TRACE(goneBefore);
     auto ad = make<MAInterstitialAd>("unit");
     std::weak_ptr<MAInterstitialAd> weak = ad;
-    row.act(*this, ad);
+    for (int step = 0; step <= 5; ++step) {
+      if (step == goneBefore) {
+        delegate->take();
+        ad.reset();
+      }
+      if (step == 0) ad->loadAd();
+      if (step == 2 && ad) ad->showAd();
+      if (step == 1 || step == 3) loop.runUntilIdle();
+      if (step == 4) FullScreenAdStage::shared().close();
+    }
     loop.runUntilIdle();
     EXPECT_TRUE(weak.expired());
     EXPECT_EQ(delegate->take(), Lines{});

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "FakeAdNetworks.h"
-#include "platform/PlatformState.h"
 #include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
@@ -37,11 +36,7 @@ class MANativeAdLoaderTest : public ::testing::Test {
   std::shared_ptr<FakeAppLovinNetwork> network = std::make_shared<FakeAppLovinNetwork>();
   std::shared_ptr<RecordingNativeDelegate> delegate = std::make_shared<RecordingNativeDelegate>();
 
-  void SetUp() override {
-    resetPlatformState();
-    AppLovinNetwork::install(network);
-  }
-  void TearDown() override { resetPlatformState(); }
+  void SetUp() override { AppLovinNetwork::install(network); }
 
   std::shared_ptr<MANativeAdLoader> makeLoader() {
     auto loader = std::make_shared<MANativeAdLoader>("native");
@@ -50,19 +45,20 @@ class MANativeAdLoaderTest : public ::testing::Test {
   }
 };
 
-TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLater) {
+TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLaterToALoaderStillThere) {
   struct Row {
-    bool fill;
+    bool fill, loaderDestroyed;
     Lines heard;
   };
-  for (const Row& row : {Row{true, {"didLoadNativeAd without view"}},
-                         Row{false, {"didFailToLoadNativeAd native 204"}}}) {
+  for (const Row& row : {Row{true, false, {"didLoadNativeAd without view"}},
+                         Row{false, false, {"didFailToLoadNativeAd native 204"}}, Row{true, true, {}}}) {
     network->filled.clear();
     if (row.fill) network->filled.insert(MAAdFormat::native);
     delegate->heard.clear();
     auto loader = makeLoader();
 
     loader->loadAd();
+    if (row.loaderDestroyed) loader.reset();
 
     EXPECT_TRUE(delegate->heard.empty());
     loop.runUntilIdle();
@@ -70,15 +66,6 @@ TEST_F(MANativeAdLoaderTest, LoadingReportsTheAdOrNoFillOneTurnLater) {
   }
   ASSERT_TRUE(delegate->ad.has_value());
   EXPECT_EQ(delegate->ad->format, MAAdFormat::native);
-}
-
-TEST_F(MANativeAdLoaderTest, ADestroyedLoaderHearsNothing) {
-  network->filled.insert(MAAdFormat::native);
-  auto loader = makeLoader();
-  loader->loadAd();
-  loader.reset();
-  loop.runUntilIdle();
-  EXPECT_TRUE(delegate->heard.empty());
 }
 
 // A native layout: title 101, body 102, call to action 103, plus an untagged badge label.
@@ -100,48 +87,39 @@ struct Layout {
   }
 };
 
-TEST_F(MANativeAdLoaderTest, RenderingFillsTheSubviewsBoundByTag) {
-  auto loader = makeLoader();
-  Layout layout;
-  MANativeAdViewBinder binder;
-  binder.titleLabelTag = 101;
-  binder.bodyLabelTag = 102;
-  binder.callToActionButtonTag = 103;
-  layout.view->bindViewsWithAdViewBinder(binder);
-  MAAd ad{MAAdFormat::native, "native", "Fake", "Great app", "Try it now", "Install"};
+TEST_F(MANativeAdLoaderTest, RenderingFillsOnlyTheSubviewsBoundByTagOfABoundView) {
+  Layout unbound;
+  EXPECT_FALSE(makeLoader()->renderNativeAdView(unbound.view, {}));
+  EXPECT_FALSE(makeLoader()->renderNativeAdView(nullptr, {}));
+  EXPECT_FALSE(unbound.view->renderedAd().has_value());
+  EXPECT_EQ(unbound.title->text(), std::nullopt);
 
-  EXPECT_TRUE(loader->renderNativeAdView(layout.view, ad));
+  struct Row {
+    const char* name;
+    long bodyTag, ctaTag;
+    std::optional<std::string> body, cta;
+  };
+  for (const Row& row : {Row{"all bound", 102, 103, "Try it now", "Install"},
+                         Row{"only the title bound", 0, 0, std::nullopt, std::nullopt}}) {
+    SCOPED_TRACE(row.name);
+    Layout layout;
+    layout.view->setTag(500);  // the ad view itself is tagged, so tag 0 finds its untagged children
+    MANativeAdViewBinder binder;
+    binder.titleLabelTag = 101;
+    binder.bodyLabelTag = row.bodyTag;
+    binder.callToActionButtonTag = row.ctaTag;
+    layout.view->bindViewsWithAdViewBinder(binder);
 
-  EXPECT_EQ(layout.title->text(), "Great app");
-  EXPECT_EQ(layout.body->text(), "Try it now");
-  EXPECT_EQ(layout.cta->currentTitle(), "Install");
-  EXPECT_EQ(layout.badge->text(), "Ad");
-  ASSERT_TRUE(layout.view->renderedAd().has_value());
-  EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
-}
+    EXPECT_TRUE(makeLoader()->renderNativeAdView(
+        layout.view, {MAAdFormat::native, "native", "Fake", "Great app", "Try it now", "Install"}));
 
-TEST_F(MANativeAdLoaderTest, UnboundPartsLeaveUntaggedSubviewsAlone) {
-  auto loader = makeLoader();
-  Layout layout;
-  layout.view->setTag(500);  // the ad view itself is tagged, so tag 0 finds its untagged children
-  MANativeAdViewBinder binder;  // only the title is bound
-  binder.titleLabelTag = 101;
-  layout.view->bindViewsWithAdViewBinder(binder);
-
-  loader->renderNativeAdView(layout.view, {MAAdFormat::native, "native", "Fake", "Title", "Body", "Go"});
-
-  EXPECT_EQ(layout.title->text(), "Title");
-  EXPECT_EQ(layout.badge->text(), "Ad");
-  EXPECT_EQ(layout.body->text(), std::nullopt);
-}
-
-TEST_F(MANativeAdLoaderTest, AViewThatWasNeverBoundIsNotRendered) {
-  auto loader = makeLoader();
-  Layout layout;
-  EXPECT_FALSE(loader->renderNativeAdView(layout.view, {}));
-  EXPECT_FALSE(loader->renderNativeAdView(nullptr, {}));
-  EXPECT_FALSE(layout.view->renderedAd().has_value());
-  EXPECT_EQ(layout.title->text(), std::nullopt);
+    EXPECT_EQ(layout.title->text(), "Great app");
+    EXPECT_EQ(layout.body->text(), row.body);
+    EXPECT_EQ(layout.cta->currentTitle(), row.cta);
+    EXPECT_EQ(layout.badge->text(), "Ad");
+    ASSERT_TRUE(layout.view->renderedAd().has_value());
+    EXPECT_EQ(layout.view->renderedAd()->title, "Great app");
+  }
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class ManualRunLoopTest : public ::testing::Test {
   std::vector<std::string> log;
 };
 
-TEST_F(ManualRunLoopTest, AsyncNeverRunsInsideTheCallerAndKeepsFifoOrder) {
+TEST_F(ManualRunLoopTest, AsyncKeepsFifoOrderOutsideTheCallerAndDelayedBlocksRunAtTheirVirtualMoment) {
   DispatchQueue::main().async([&] {
     log.push_back("a");
     DispatchQueue::main().async([&] { log.push_back("c"); });
@@ -29,9 +29,8 @@ TEST_F(ManualRunLoopTest, AsyncNeverRunsInsideTheCallerAndKeepsFifoOrder) {
   EXPECT_TRUE(log.empty());
   loop.runUntilIdle();
   EXPECT_EQ(log, (std::vector<std::string>{"a", "b", "c"}));
-}
+  log.clear();
 
-TEST_F(ManualRunLoopTest, DelayedBlocksRunAtTheirVirtualMomentInDueOrder) {
   DispatchQueue::main().asyncAfter(3.0, [&] { log.push_back("3.0@" + std::to_string(Date::now().timeIntervalSinceReferenceDate)); });
   DispatchQueue::main().asyncAfter(0.5, [&] {
     log.push_back("0.5");
@@ -62,7 +61,7 @@ TEST_F(ManualRunLoopTest, BackgroundWorkWaitsUntilPumpedInTheChosenOrder) {
   EXPECT_TRUE(loop.isMainThread());
 }
 
-TEST_F(ManualRunLoopTest, GroupNotifiesOneTurnAfterAllWorkHasLeftEvenWhenEmpty) {
+TEST_F(ManualRunLoopTest, GroupNotifiesOneTurnAfterAllWorkHasLeftEvenWhenEmptyAndAnUnbalancedLeaveEndsTheProcess) {
   DispatchGroup empty;
   empty.notify(DispatchQueue::main(), [&] { log.push_back("empty"); });
   DispatchGroup group;
@@ -77,8 +76,7 @@ TEST_F(ManualRunLoopTest, GroupNotifiesOneTurnAfterAllWorkHasLeftEvenWhenEmpty) 
   EXPECT_EQ(log.size(), 1u) << "the notification is one turn later";
   loop.runUntilIdle();
   EXPECT_EQ(log, (std::vector<std::string>{"empty", "done"}));
-}
-TEST_F(ManualRunLoopTest, UnbalancedGroupLeaveEndsTheProcess) {
+
   EXPECT_DEATH(
       {
         DispatchGroup group;
@@ -165,35 +163,20 @@ TEST_F(ManualRunLoopTest, DelayedBackgroundWorkJoinsItsQueueOnlyWhenDueWithItsQu
   EXPECT_EQ(log, (std::vector<std::string>{"background"}));
   EXPECT_FALSE(ranOnMain);
 }
-TEST_F(ManualRunLoopTest, WorkPostedFromOtherThreadsRunsOnTheMainQueueInEachThreadsOrder) {
+TEST_F(ManualRunLoopTest, OtherThreadsPostInTheirOwnOrderAndLeaveAGroupThatNotifiesOnce) {
   constexpr int kThreads = 4, kEach = 100;
   std::vector<std::vector<int>> seen(kThreads);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&seen, t] {
-      for (int i = 0; i < kEach; ++i) {
-        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
-      }
-    });
-  }
-  for (auto& th : threads) th.join();
-  loop.runUntilIdle();
-  for (int t = 0; t < kThreads; ++t) {
-    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
-    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
-  }
-}
-
-TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
-  constexpr int kThreads = 4, kEach = 50;
   DispatchGroup group;
   int notified = 0;
   for (int i = 0; i < kThreads * kEach; ++i) group.enter();
   group.notify(DispatchQueue::main(), [&] { ++notified; });
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&group] {
-      for (int i = 0; i < kEach; ++i) group.leave();
+    threads.emplace_back([&seen, &group, t] {
+      for (int i = 0; i < kEach; ++i) {
+        DispatchQueue::main().async([&seen, t, i] { seen[t].push_back(i); });
+        group.leave();
+      }
     });
   }
   for (auto& th : threads) th.join();
@@ -201,6 +184,10 @@ TEST_F(ManualRunLoopTest, GroupLeftFromManyThreadsNotifiesOnce) {
   loop.runUntilIdle();
   EXPECT_EQ(notified, 1);
   EXPECT_EQ(group.count(), 0);
+  for (int t = 0; t < kThreads; ++t) {
+    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kEach));
+    EXPECT_TRUE(std::is_sorted(seen[t].begin(), seen[t].end()));
+  }
 }
 
 }  // namespace

@@ -19,12 +19,6 @@ struct Row {
   const char* expected;
 };
 
-class NSByteCountFormatterTest : public ::testing::Test {
- protected:
-  void TearDown() override { NSLocale::setCurrentLocaleIdentifier(saved); }
-  std::string saved = NSLocale::currentLocale();
-};
-
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
@@ -82,7 +76,7 @@ const Row kRows[] = {
     {1000, Style::memory, "fr_FR", "1\u202F000 bytes"},
 };
 
-TEST_F(NSByteCountFormatterTest, AdaptiveUnitsRoundingAndLocale) {
+TEST(NSByteCountFormatterTest, AdaptiveUnitsRoundingAndLocale) {
   for (const Row& row : kRows) {
     NSLocale::setCurrentLocaleIdentifier(row.locale);
     EXPECT_EQ(NSByteCountFormatter::stringFromByteCount(row.count, row.style), row.expected)

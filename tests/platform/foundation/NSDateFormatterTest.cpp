@@ -20,17 +20,7 @@ constexpr Date kSummer = Date::fromUnix(1'721'048'700);
 // 2024-01-05 23:30:00 UTC: Lisbon is on UTC then, Tokyo already on the 6th.
 constexpr Date kWinter = Date::fromUnix(1'704'497'400);
 
-class NSDateFormatterTest : public ::testing::Test {
- protected:
-  void TearDown() override {
-    NSLocale::setCurrentLocaleIdentifier(savedLocale);
-    NSTimeZone::setLocalTimeZoneName(savedZone);
-  }
-  std::string savedLocale = NSLocale::currentLocale();
-  std::string savedZone = NSTimeZone::localTimeZone();
-};
-
-TEST_F(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
+TEST(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
   struct Row {
     const char* locale;
     const char* zone;
@@ -48,6 +38,8 @@ TEST_F(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
       {"de_DE", "UTC", kWinter, "5 Jan. 2024 23:30"},
       {"en_US", "UTC", Date{0}, "1 Jan 2001 00:00"},
       {"en_US", "UTC", Date::fromUnix(-86'400.5), "30 Dec 1969 23:59"},
+      {"en_US", "UTC", Date{std::nan("")}, ""},  // no moment, nothing to print
+      {"en_US", "UTC", Date{std::numeric_limits<double>::infinity()}, ""},
   };
   for (const Row& row : rows) {
     NSDateFormatter formatter;
@@ -58,7 +50,7 @@ TEST_F(NSDateFormatterTest, FixedPatternInLocalesAndZones) {
   }
 }
 
-TEST_F(NSDateFormatterTest, DateAndTimeStyles) {
+TEST(NSDateFormatterTest, DateAndTimeStyles) {
   struct Row {
     const char* locale;
     Style date;
@@ -90,38 +82,36 @@ TEST_F(NSDateFormatterTest, DateAndTimeStyles) {
   }
 }
 
-TEST_F(NSDateFormatterTest, APatternWinsOverStylesWhicheverWasSetFirst) {
-  NSDateFormatter formatter;
-  formatter.setTimeZone("UTC");
-  formatter.setDateStyle(Style::long_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "July 15, 2024");
-  formatter.setDateFormat("yyyy-MM-dd");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "2024-07-15");
-  formatter.setTimeStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "2024-07-15");
-  formatter.setDateFormat("");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "July 15, 2024 at 1:05\u202FPM");
+// One formatter through a series of settings: each rebuilds what it caches, and a pattern wins
+// over styles whichever was set first.
+TEST(NSDateFormatterTest, EverySettingTakesEffectAndAPatternWinsOverStyles) {
+  NSDateFormatter f;
+  f.setTimeZone("UTC");
+  f.setDateStyle(Style::long_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "July 15, 2024");
+  f.setDateFormat("yyyy-MM-dd");
+  EXPECT_EQ(f.stringFromDate(kSummer), "2024-07-15");
+  f.setTimeStyle(Style::short_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "2024-07-15");
+  f.setDateFormat("");
+  EXPECT_EQ(f.stringFromDate(kSummer), "July 15, 2024 at 1:05\u202FPM");
+  f.setDateFormat("d MMMM HH:mm");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 July 13:05");
+  f.setLocale("fr_FR");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 juillet 13:05");
+  f.setTimeZone("Europe/Lisbon");
+  EXPECT_EQ(f.stringFromDate(kSummer), "15 juillet 14:05");
+  f.setDateFormat("MMMM");
+  EXPECT_EQ(f.stringFromDate(kSummer), "juillet");
+  f.setDateFormat("");
+  f.setDateStyle(Style::short_);
+  f.setTimeStyle(Style::none);
+  EXPECT_EQ(f.stringFromDate(kSummer), "15/07/2024");
+  f.setTimeStyle(Style::short_);
+  EXPECT_EQ(f.stringFromDate(kSummer), "15/07/2024 14:05");
 }
 
-TEST_F(NSDateFormatterTest, EverySetterRebuildsTheCachedFormatter) {
-  NSDateFormatter formatter;
-  formatter.setDateFormat("d MMMM HH:mm");
-  formatter.setTimeZone("UTC");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 July 13:05");
-  formatter.setLocale("fr_FR");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 juillet 13:05");
-  formatter.setTimeZone("Europe/Lisbon");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15 juillet 14:05");
-  formatter.setDateFormat("MMMM");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "juillet");
-  formatter.setDateFormat("");
-  formatter.setDateStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15/07/2024");
-  formatter.setTimeStyle(Style::short_);
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "15/07/2024 14:05");
-}
-
-TEST_F(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
+TEST(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
   NSDateFormatter defaults;
   EXPECT_EQ(defaults.locale(), "en_US");
   EXPECT_EQ(defaults.timeZone(), "UTC");
@@ -139,7 +129,7 @@ TEST_F(NSDateFormatterTest, StartsWithTheProcessLocaleAndZoneOfItsMaking) {
   EXPECT_EQ(NSDateFormatter().timeZone(), "Asia/Tokyo");
 }
 
-TEST_F(NSDateFormatterTest, CopiesAreIndependent) {
+TEST(NSDateFormatterTest, CopiesAreIndependent) {
   NSDateFormatter original;
   original.setDateFormat("HH:mm");
   original.setTimeZone("UTC");
@@ -152,15 +142,7 @@ TEST_F(NSDateFormatterTest, CopiesAreIndependent) {
   EXPECT_EQ(original.stringFromDate(kSummer), "22:05");
 }
 
-TEST_F(NSDateFormatterTest, NothingToPrintForDatesThatAreNoMoment) {
-  NSDateFormatter formatter;
-  formatter.setDateFormat("yyyy");
-  EXPECT_EQ(formatter.stringFromDate(Date{std::nan("")}), "");
-  EXPECT_EQ(formatter.stringFromDate(Date{std::numeric_limits<double>::infinity()}), "");
-  EXPECT_EQ(formatter.stringFromDate(kSummer), "2024");
-}
-
-TEST_F(NSDateFormatterTest, OneFormatterServesManyThreadsWhileTheProcessLocaleIsSet) {
+TEST(NSDateFormatterTest, OneFormatterServesManyThreadsWhileTheProcessLocaleIsSet) {
   NSDateFormatter formatter;
   formatter.setDateFormat("d MMM yyyy HH:mm");
   formatter.setTimeZone("UTC");

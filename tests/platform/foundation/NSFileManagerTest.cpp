@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -117,94 +118,78 @@ TEST_F(NSFileManagerTest, AFileInTheWayGivesThePlatformsSentence) {
   EXPECT_EQ(error.underlyingError->domain, NSError::NSPOSIXErrorDomain);
 }
 
-TEST_F(NSFileManagerTest, ANullErrorPointerIsAllowed) {
-  write("f", "");
-  EXPECT_FALSE(fm.createDirectoryAtPath(path("f"), true, nullptr));
-  EXPECT_FALSE(fm.removeItemAtURL(url("missing"), nullptr));
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("missing"), nullptr).has_value());
-}
-
 // --- Moving ---------------------------------------------------------------------------------------
 
-TEST_F(NSFileManagerTest, MovingAFileOrAFolder) {
-  write("from/a.txt", "A");
-  write("folder/inner/.hidden", "H");
-  fs::create_directory(path("to"));
+TEST_F(NSFileManagerTest, MovingOrCopyingAFileOrAFolderWithItsHiddenContents) {
+  for (bool copy : {false, true}) {
+    SCOPED_TRACE(copy ? "copy" : "move");
+    fs::remove_all(root);
+    write("from/a.txt", "A");
+    write("folder/inner/.hidden", "H");
+    fs::create_directory(path("to"));
+    auto transfer = [&](const char* from, const char* to, NSError* error) {
+      return copy ? fm.copyItemAtURL(url(from), url(to), error) : fm.moveItemAtURL(url(from), url(to), error);
+    };
 
-  NSError error;
-  ASSERT_TRUE(fm.moveItemAtURL(url("from/a.txt"), url("to/b.txt"), &error)) << error.debugDescription();
-  ASSERT_TRUE(fm.moveItemAtURL(url("folder"), url("to/folder"), &error)) << error.debugDescription();
+    NSError error;
+    ASSERT_TRUE(transfer("from/a.txt", "to/b.txt", &error)) << error.debugDescription();
+    ASSERT_TRUE(transfer("folder", "to/folder", &error)) << error.debugDescription();
 
-  EXPECT_FALSE(exists("from/a.txt"));
-  EXPECT_EQ(read("to/b.txt"), "A");
-  EXPECT_FALSE(exists("folder"));
-  EXPECT_EQ(read("to/folder/inner/.hidden"), "H");
+    EXPECT_EQ(read("to/b.txt"), "A");
+    EXPECT_EQ(read("to/folder/inner/.hidden"), "H");
+    EXPECT_EQ(exists("from/a.txt"), copy);
+    EXPECT_EQ(exists("folder/inner/.hidden"), copy);
+  }
 }
 
-TEST_F(NSFileManagerTest, MovingNeverOverwrites) {
+TEST_F(NSFileManagerTest, AMoveNeverOverwritesNeedsItsSourceAndFolderAndLeavesEverythingInPlace) {
+  const std::string taken = "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cdst\u201D because an item with "
+                            "the same name already exists.";
+  const std::string missing = " because either the former doesn\u2019t exist, or the folder containing "
+                              "the latter doesn\u2019t exist.";
   struct Row {
     const char* name;
+    const char* source;
     const char* destination;
     void (*prepare)(NSFileManagerTest&);
+    long code;
+    std::string sentence;
   };
   const Row rows[] = {
-      {"onto a file", "dst/a.txt", [](NSFileManagerTest& t) { t.write("dst/a.txt", "kept"); }},
-      {"onto an empty folder", "dst/a.txt",
-       [](NSFileManagerTest& t) { fs::create_directories(t.path("dst/a.txt")); }},
-      {"onto a dangling link", "dst/a.txt",
+      {"onto a file", "src/a.txt", "dst/a.txt", [](NSFileManagerTest& t) { t.write("dst/a.txt", "kept"); },
+       516, taken},
+      {"onto an empty folder", "src/a.txt", "dst/a.txt",
+       [](NSFileManagerTest& t) { fs::create_directories(t.path("dst/a.txt")); }, 516, taken},
+      {"onto a dangling link", "src/a.txt", "dst/a.txt",
        [](NSFileManagerTest& t) {
          fs::create_directories(t.path("dst"));
          fs::create_symlink(t.path("nowhere"), t.path("dst/a.txt"));
-       }},
+       },
+       516, taken},
+      {"without a source", "absent.txt", "moved.txt", [](NSFileManagerTest&) {}, 4,
+       "\u201Cabsent.txt\u201D couldn\u2019t be moved to \u201C" + fs::path(root).filename().string() +
+           "\u201D" + missing},
+      {"without a destination folder", "src/a.txt", "nowhere/moved.txt", [](NSFileManagerTest&) {}, 4,
+       "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cnowhere\u201D" + missing},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     fs::remove_all(root);
-    fs::create_directories(root);
     write("src/a.txt", "moving");
     row.prepare(*this);
     auto before = fs::symlink_status(path(row.destination)).type();
 
     NSError error;
-    EXPECT_FALSE(fm.moveItemAtURL(url("src/a.txt"), url(row.destination), &error));
+    EXPECT_FALSE(fm.moveItemAtURL(url(row.source), url(row.destination), &error));
 
-    EXPECT_EQ(error.code, 516);
-    EXPECT_EQ(error.localizedDescription,
-              "\u201Ca.txt\u201D couldn\u2019t be moved to \u201Cdst\u201D because an item with the "
-              "same name already exists.");
+    EXPECT_EQ(error.code, row.code);
+    EXPECT_EQ(error.localizedDescription, row.sentence);
     EXPECT_EQ(read("src/a.txt"), "moving") << "the source stays in place";
     EXPECT_EQ(fs::symlink_status(path(row.destination)).type(), before);
     if (before == fs::file_type::regular) {
       EXPECT_EQ(read(row.destination), "kept");
     }
   }
-}
-
-TEST_F(NSFileManagerTest, MovingFailsWithoutASourceOrADestinationFolder) {
-  struct Row {
-    const char* name;
-    const char* source;
-    const char* destination;
-    const char* folderInSentence;
-  };
-  write("present.txt", "P");
-  for (const Row& row : {Row{"missing source", "absent.txt", "moved.txt", ""},
-                         Row{"missing destination folder", "present.txt", "nowhere/moved.txt", "nowhere"}}) {
-    SCOPED_TRACE(row.name);
-    NSError error;
-    EXPECT_FALSE(fm.moveItemAtURL(url(row.source), url(row.destination), &error));
-    EXPECT_EQ(error.code, 4);
-    EXPECT_NE(error.localizedDescription.find("because either the former doesn\u2019t exist, or the "
-                                              "folder containing the latter doesn\u2019t exist."),
-              std::string::npos)
-        << error.localizedDescription;
-    if (*row.folderInSentence) {
-      EXPECT_NE(error.localizedDescription.find(std::string("\u201C") + row.folderInSentence + "\u201D"),
-                std::string::npos);
-    }
-    EXPECT_FALSE(exists(row.destination));
-  }
-  EXPECT_EQ(read("present.txt"), "P");
 }
 
 // A move onto another volume is a copy and a removal; a copy that fails loses nothing.
@@ -238,35 +223,6 @@ TEST_F(NSFileManagerTest, MovingAcrossVolumes) {
 
 // --- Copying --------------------------------------------------------------------------------------
 
-TEST_F(NSFileManagerTest, CopyingAFileAndAFolderLeavesTheOriginal) {
-  write("one.txt", "1");
-  write("tree/.dot", "d");
-  write("tree/sub/leaf.txt", "leaf");
-
-  NSError error;
-  ASSERT_TRUE(fm.copyItemAtURL(url("one.txt"), url("two.txt"), &error)) << error.debugDescription();
-  ASSERT_TRUE(fm.copyItemAtURL(url("tree"), url("copy"), &error)) << error.debugDescription();
-
-  EXPECT_EQ(read("one.txt"), "1");
-  EXPECT_EQ(read("two.txt"), "1");
-  EXPECT_EQ(read("tree/sub/leaf.txt"), "leaf");
-  EXPECT_EQ(read("copy/sub/leaf.txt"), "leaf");
-  EXPECT_EQ(read("copy/.dot"), "d");
-}
-
-TEST_F(NSFileManagerTest, CopyingNeverOverwritesAndNeedsASource) {
-  write("a.txt", "new");
-  write("b.txt", "old");
-  NSError error;
-  EXPECT_FALSE(fm.copyItemAtURL(url("a.txt"), url("b.txt"), &error));
-  EXPECT_EQ(error.code, 516);
-  EXPECT_EQ(read("b.txt"), "old");
-
-  EXPECT_FALSE(fm.copyItemAtURL(url("absent.txt"), url("c.txt"), &error));
-  EXPECT_EQ(error.code, 260);
-  EXPECT_FALSE(exists("c.txt"));
-}
-
 TEST_F(NSFileManagerTest, CopyingAFolderIntoItselfFailsAndLeavesNoPartialCopy) {
   write("tree/leaf.txt", "x");
   NSError error;
@@ -274,8 +230,6 @@ TEST_F(NSFileManagerTest, CopyingAFolderIntoItselfFailsAndLeavesNoPartialCopy) {
   EXPECT_FALSE(exists("tree/inner"));
   EXPECT_EQ(read("tree/leaf.txt"), "x");
 }
-
-// --- Removing -------------------------------------------------------------------------------------
 
 TEST_F(NSFileManagerTest, RemovingFilesFoldersAndLinks) {
   write("file.txt", "f");
@@ -291,13 +245,6 @@ TEST_F(NSFileManagerTest, RemovingFilesFoldersAndLinks) {
     EXPECT_FALSE(exists(item)) << item;
   }
   EXPECT_EQ(read("target/keep.txt"), "keep") << "removing a link leaves what it points at";
-}
-
-TEST_F(NSFileManagerTest, RemovingAMissingItemFails) {
-  NSError error;
-  EXPECT_FALSE(fm.removeItemAtURL(url("Old Report.pdf"), &error));
-  EXPECT_EQ(error.code, 4);
-  EXPECT_EQ(error.localizedDescription, "\u201COld Report.pdf\u201D couldn\u2019t be removed.");
 }
 
 // --- Listing --------------------------------------------------------------------------------------
@@ -316,17 +263,6 @@ TEST_F(NSFileManagerTest, ListingShowsHiddenFilesAndFoldersButNotTheirContents) 
   auto none = fm.contentsOfDirectoryAtPath(path("empty"), &error);
   ASSERT_TRUE(none.has_value());
   EXPECT_TRUE(none->empty());
-}
-
-TEST_F(NSFileManagerTest, ListingAMissingFolderFails) {
-  NSError error;
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("importedFiles"), &error).has_value());
-  EXPECT_EQ(error.code, 260);
-  EXPECT_EQ(error.localizedDescription, "The folder \u201CimportedFiles\u201D doesn\u2019t exist.");
-
-  write("plain.txt", "");
-  EXPECT_FALSE(fm.contentsOfDirectoryAtPath(path("plain.txt"), &error).has_value());
-  EXPECT_NE(error.code, 260);
 }
 
 // --- Names and existence --------------------------------------------------------------------------
@@ -383,10 +319,53 @@ TEST_F(NSFileManagerTest, AttributesAndWholeFileWrites) {
   EXPECT_FALSE(attributes->isDirectory);
   EXPECT_EQ(read("data.bin"), std::string("\x01\x02\x03"));
   EXPECT_EQ(fm.contentsOfDirectoryAtPath(root, &error)->size(), 1u) << "no temporary file is left";
-
-  EXPECT_FALSE(fm.attributesOfItemAtPath(path("absent"), &error).has_value());
-  EXPECT_EQ(error.code, 260);
   EXPECT_FALSE(fm.createFileAtPath(path("no/such/folder/file"), bytes));
+}
+
+// --- Failures -------------------------------------------------------------------------------------
+
+TEST_F(NSFileManagerTest, FailuresGiveTheirCodeAndSentenceLeaveThingsAloneAndAllowANullError) {
+  write("a.txt", "new");
+  write("b.txt", "old");
+  struct Row {
+    const char* name;
+    std::function<bool(NSError*)> act;
+    long code;             // -1: any but 260
+    const char* sentence;  // empty: not checked
+  };
+  const Row rows[] = {
+      {"copy onto a file", [&](NSError* e) { return fm.copyItemAtURL(url("a.txt"), url("b.txt"), e); },
+       516, ""},
+      {"copy without a source",
+       [&](NSError* e) { return fm.copyItemAtURL(url("absent.txt"), url("c.txt"), e); }, 260, ""},
+      {"remove a missing item", [&](NSError* e) { return fm.removeItemAtURL(url("Old Report.pdf"), e); },
+       4, "\u201COld Report.pdf\u201D couldn\u2019t be removed."},
+      {"list a missing folder",
+       [&](NSError* e) { return fm.contentsOfDirectoryAtPath(path("importedFiles"), e).has_value(); },
+       260, "The folder \u201CimportedFiles\u201D doesn\u2019t exist."},
+      {"list a file", [&](NSError* e) { return fm.contentsOfDirectoryAtPath(path("a.txt"), e).has_value(); },
+       -1, ""},
+      {"attributes of a missing item",
+       [&](NSError* e) { return fm.attributesOfItemAtPath(path("absent"), e).has_value(); }, 260, ""},
+      {"a folder over a file", [&](NSError* e) { return fm.createDirectoryAtPath(path("a.txt"), true, e); },
+       516, ""},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    NSError error;
+    EXPECT_FALSE(row.act(&error));
+    if (row.code >= 0) {
+      EXPECT_EQ(error.code, row.code);
+    } else {
+      EXPECT_NE(error.code, 260);
+    }
+    if (*row.sentence) {
+      EXPECT_EQ(error.localizedDescription, row.sentence);
+    }
+    EXPECT_FALSE(row.act(nullptr));
+  }
+  EXPECT_EQ(read("b.txt"), "old");
+  EXPECT_FALSE(exists("c.txt"));
 }
 
 }  // namespace

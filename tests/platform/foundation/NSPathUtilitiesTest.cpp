@@ -2,18 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
 #include "platform/foundation/NSFileManager.h"
 
 namespace {
 
-class NSPathUtilitiesTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
+TEST(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnlyAndNoHomeMeansNone) {
+  EXPECT_EQ(NSHomeDirectory(), "");
+  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
+  EXPECT_TRUE(NSFileManager::defaultManager()
+                  .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
+                  .empty());
 
-TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOnly) {
   setApplicationHomeDirectory("/data/app home/");
   EXPECT_EQ(NSHomeDirectory(), "/data/app home");
   struct Row {
@@ -39,16 +38,6 @@ TEST_F(NSPathUtilitiesTest, EachDirectoryKindLivesUnderTheHomeInTheUsersDomainOn
   ASSERT_EQ(urls.size(), 1u);
   EXPECT_EQ(urls[0].absoluteString(), "file:///data/app%20home/Documents/");
   EXPECT_EQ(urls[0].path(), "/data/app home/Documents");
-}
-
-TEST_F(NSPathUtilitiesTest, AResetForgetsTheHomeAndNoHomeMeansNoDirectories) {
-  setApplicationHomeDirectory("/home/app");
-  resetPlatformState();
-  EXPECT_EQ(NSHomeDirectory(), "");
-  EXPECT_TRUE(NSSearchPathForDirectoriesInDomains(NSDocumentDirectory, NSUserDomainMask, true).empty());
-  EXPECT_TRUE(NSFileManager::defaultManager()
-                  .URLsForDirectoryInDomains(NSDocumentDirectory, NSUserDomainMask)
-                  .empty());
 }
 
 }  // namespace

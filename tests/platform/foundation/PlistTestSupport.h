@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/foundation/Data.h"
@@ -12,61 +14,78 @@
 
 namespace plist_test {
 
-// Stricter than ==: doubles compare by bit pattern (NaN, -0.0), dictionaries in order.
-inline ::testing::AssertionResult Identical(const PlistValue& a,
-                                            const PlistValue& b,
-                                            const std::string& path = "root") {
-  auto differ = [&](const std::string& why) {
-    return ::testing::AssertionFailure() << path << ": " << why;
-  };
-  if (a.type() != b.type()) {
-    return differ(std::string(plistTypeName(a.type())) + " vs " + plistTypeName(b.type()));
+inline std::string hex(const std::uint8_t* p, size_t n) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string s;
+  s.reserve(2 * n);
+  for (size_t i = 0; i < n; ++i) {
+    s += kDigits[p[i] >> 4];
+    s += kDigits[p[i] & 15];
   }
-  switch (a.type()) {
+  return s;
+}
+
+inline std::string hex(std::string_view s) {
+  return hex(reinterpret_cast<const std::uint8_t*>(s.data()), s.size());
+}
+
+inline std::string hexBits(double d) {
+  std::uint8_t be[8];
+  for (int i = 0; i < 8; ++i)
+    be[i] = static_cast<std::uint8_t>(std::bit_cast<std::uint64_t>(d) >> (56 - 8 * i));
+  return hex(be, 8);
+}
+
+// One line per value, containers first with their size: exact for every value (doubles and
+// dates by bit pattern, dictionaries in order), and the form plistlib_interop.py reads.
+inline void manifest(const PlistValue& v, std::string& out) {
+  switch (v.type()) {
+    case PlistValue::Type::boolean:
+      out += v.boolean() ? "b 1\n" : "b 0\n";
+      break;
+    case PlistValue::Type::integer:
+      out += "i " + std::to_string(v.integer()) + "\n";
+      break;
     case PlistValue::Type::real:
-      if (std::bit_cast<std::uint64_t>(a.real()) != std::bit_cast<std::uint64_t>(b.real())) {
-        return differ(std::to_string(a.real()) + " vs " + std::to_string(b.real()));
+      out += "r " + hexBits(v.real()) + "\n";
+      break;
+    case PlistValue::Type::date:
+      out += "t " + hexBits(v.date().timeIntervalSinceReferenceDate) + "\n";
+      break;
+    case PlistValue::Type::data:
+      out += "x " + hex(v.data().data(), v.data().size()) + "\n";
+      break;
+    case PlistValue::Type::string:
+      out += "s " + hex(v.string()) + "\n";
+      break;
+    case PlistValue::Type::array:
+      out += "a " + std::to_string(v.array().size()) + "\n";
+      for (const auto& item : v.array())
+        manifest(item, out);
+      break;
+    case PlistValue::Type::dictionary:
+      out += "d " + std::to_string(v.dictionary().size()) + "\n";
+      for (const auto& [key, value] : v.dictionary()) {
+        out += "s " + hex(key) + "\n";
+        manifest(value, out);
       }
       break;
-    case PlistValue::Type::date: {
-      double x = a.date().timeIntervalSinceReferenceDate;
-      double y = b.date().timeIntervalSinceReferenceDate;
-      if (std::bit_cast<std::uint64_t>(x) != std::bit_cast<std::uint64_t>(y)) {
-        return differ("date " + std::to_string(x) + " vs " + std::to_string(y));
-      }
-      break;
-    }
-    case PlistValue::Type::array: {
-      const auto& x = a.array();
-      const auto& y = b.array();
-      if (x.size() != y.size())
-        return differ("array sizes differ");
-      for (size_t i = 0; i < x.size(); ++i) {
-        auto r = Identical(x[i], y[i], path + "[" + std::to_string(i) + "]");
-        if (!r)
-          return r;
-      }
-      break;
-    }
-    case PlistValue::Type::dictionary: {
-      const auto& x = a.dictionary();
-      const auto& y = b.dictionary();
-      if (x.size() != y.size())
-        return differ("dictionary sizes differ");
-      for (size_t i = 0; i < x.size(); ++i) {
-        if (x[i].first != y[i].first)
-          return differ("key " + x[i].first + " vs " + y[i].first);
-        auto r = Identical(x[i].second, y[i].second, path + "." + x[i].first);
-        if (!r)
-          return r;
-      }
-      break;
-    }
-    default:
-      if (!(a == b))
-        return differ("values differ");
   }
-  return ::testing::AssertionSuccess();
+}
+
+// Stricter than ==: doubles compare by bit pattern (NaN, -0.0), dictionaries in order.
+inline ::testing::AssertionResult Identical(const PlistValue& a, const PlistValue& b) {
+  std::string x, y;
+  manifest(a, x);
+  manifest(b, y);
+  if (x == y)
+    return ::testing::AssertionSuccess();
+  auto at = std::mismatch(x.begin(), x.end(), y.begin(), y.end()).first - x.begin();
+  size_t begin = at == 0 ? 0 : x.rfind('\n', static_cast<size_t>(at) - 1) + 1;  // npos + 1 is 0
+  auto line = [begin](const std::string& s) { return s.substr(begin, s.find('\n', begin) - begin); };
+  return ::testing::AssertionFailure()
+         << "manifest line " << std::count(x.begin(), x.begin() + static_cast<long>(begin), '\n') + 1
+         << " differs: \"" << line(x) << "\" vs \"" << line(y) << "\"";
 }
 
 inline void putBE(Data& out, std::uint64_t v, int n) {

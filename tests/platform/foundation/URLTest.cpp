@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(URLTest, AcceptsWellFormedReferencesAndKeepsTheirTextExactly) {
+TEST(URLTest, AcceptsWellFormedReferencesKeepingTheirTextExactlyAndRejectsTheRest) {
   for (const char* text : {
            "assets-library://asset/asset.JPG?id=5D1C0A3E-0000-4000-8000-000000000001&extJPG",
            "ipod-library://item/item.mp3?id=1311234567890123",
@@ -31,9 +31,6 @@ TEST(URLTest, AcceptsWellFormedReferencesAndKeepsTheirTextExactly) {
     ASSERT_TRUE(url.has_value()) << text;
     EXPECT_EQ(url->absoluteString(), text);
   }
-}
-
-TEST(URLTest, RejectsTextThatIsNoStrictURL) {
   for (const char* text : {
            "",
            " ",
@@ -120,7 +117,7 @@ TEST(URLTest, FileSchemeIsRecognisedWhateverItsCase) {
   EXPECT_FALSE(URL::withString("file/a")->isFileURL());
 }
 
-TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
+TEST(URLTest, FilePathsAreEscapedWithThePathSetComeBackFromTheirTextAndEndAsTold) {
   struct Row {
     const char* path;
     const char* expected;
@@ -128,6 +125,8 @@ TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
   const Row rows[] = {
       {"/tmp/a b.pdf", "file:///tmp/a%20b.pdf"},
       {"/tmp/100%.txt", "file:///tmp/100%25.txt"},
+      {"/tmp/100% sure.txt", "file:///tmp/100%25%20sure.txt"},
+      {"/tmp/a%20b", "file:///tmp/a%2520b"},
       {"/tmp/a#b?c.txt", "file:///tmp/a%23b%3Fc.txt"},
       {"/tmp/!$&'()*+,;=:@-._~", "file:///tmp/!$&'()*+,;=:@-._~"},
       {"/tmp/\"<>[]\\^`{|}", "file:///tmp/%22%3C%3E%5B%5D%5C%5E%60%7B%7C%7D"},
@@ -138,36 +137,22 @@ TEST(URLTest, FilePathsAreEscapedWithThePathSet) {
       {"/", "file:///"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(URL::fileURLWithPath(row.path, false).absoluteString(), row.expected) << row.path;
-  }
-}
-
-TEST(URLTest, FilePathsSurviveTheRoundTripThroughTheirText) {
-  for (const char* path : {
-           "/tmp/a b.pdf",
-           "/tmp/100% sure.txt",
-           "/tmp/#1?.txt",
-           "/tmp/a%20b",
-           "/home/a/Documents/Caf\xC3\xA9 r\xC3\xA9sum\xC3\xA9.pdf",
-           "/home/a/\xE6\x97\xA5\xE6\x9C\xAC.txt",
-           "/tmp/semi;colon:and@at",
-       }) {
-    SCOPED_TRACE(path);
-    URL url = URL::fileURLWithPath(path, false);
-    EXPECT_EQ(url.path(), path);
-    EXPECT_EQ(url.lastPathComponent(), fs::path(path).filename().string());
+    SCOPED_TRACE(row.path);
+    URL url = URL::fileURLWithPath(row.path, false);
+    EXPECT_EQ(url.absoluteString(), row.expected);
     std::optional<URL> reparsed = URL::withString(url.absoluteString());
     ASSERT_TRUE(reparsed.has_value()) << "escaping must yield a strictly valid URL";
     EXPECT_EQ(*reparsed, url);
-    EXPECT_EQ(reparsed->path(), path);
+    EXPECT_EQ(reparsed->path(), url.path());
+    if (std::string_view(row.path).find("//") == std::string_view::npos && row.path[1]) {
+      EXPECT_EQ(url.path(), row.path);
+      EXPECT_EQ(url.lastPathComponent(), fs::path(row.path).filename().string());
+    }
   }
-}
-
-TEST(URLTest, TheDirectoryFlagDecidesTheTrailingSlash) {
+  // The directory flag, or without one a path's own trailing slash, decides the URL's.
   EXPECT_EQ(URL::fileURLWithPath("/no/such/dir", true).absoluteString(), "file:///no/such/dir/");
   EXPECT_EQ(URL::fileURLWithPath("/no/such/dir/", true).absoluteString(), "file:///no/such/dir/");
   EXPECT_EQ(URL::fileURLWithPath("/no/such/file/", false).absoluteString(), "file:///no/such/file");
-  EXPECT_EQ(URL::fileURLWithPath("/", false).absoluteString(), "file:///");
   EXPECT_EQ(URL::fileURLWithPath("/no/such/dir/").absoluteString(), "file:///no/such/dir/");
   EXPECT_EQ(URL::fileURLWithPath("/no/such/file").absoluteString(), "file:///no/such/file");
 }
@@ -188,7 +173,7 @@ class URLFileSystemTest : public ::testing::Test {
   fs::path dir;
 };
 
-TEST_F(URLFileSystemTest, AnExistingDirectoryGetsATrailingSlash) {
+TEST_F(URLFileSystemTest, TheFileSystemDecidesTheTrailingSlashOnlyWhenNotTold) {
   URL directory = URL::fileURLWithPath((dir / "sub dir").string());
   EXPECT_EQ(directory.absoluteString().back(), '/');
   EXPECT_EQ(directory.path(), (dir / "sub dir").string());
@@ -197,9 +182,7 @@ TEST_F(URLFileSystemTest, AnExistingDirectoryGetsATrailingSlash) {
   URL file = URL::fileURLWithPath((dir / "file.txt").string());
   EXPECT_NE(file.absoluteString().back(), '/');
   EXPECT_EQ(URL::fileURLWithPath((dir / "sub dir").string(), false).absoluteString().back(), 'r');
-}
 
-TEST_F(URLFileSystemTest, AppendingAskTheFileSystemOnlyWhenNotTold) {
   URL base = URL::fileURLWithPath(dir.string());
   EXPECT_EQ(base.appendingPathComponent("sub dir").absoluteString(),
             base.absoluteString() + "sub%20dir/");

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/PlatformState.h"
 #include "platform/foundation/ManualRunLoop.h"
 
 namespace {
@@ -33,14 +32,12 @@ class MGCollapsingHeaderViewTest : public ::testing::Test {
   std::shared_ptr<UIScrollView> scroll = std::make_shared<UIScrollView>(CGRectMake(0, 0, 390, 600));
 
   void SetUp() override {
-    resetPlatformState();
     height->setConstant(200);
     header->setMinimumHeaderHeight(60);
     header->setCollapsingConstraint(height);
     header->setDelegate(delegate);
     scroll->setContentSize({390, 2000});
   }
-  void TearDown() override { resetPlatformState(); }
 
   void scrollTo(double y) {
     scroll->setContentOffset({0, y});
@@ -48,7 +45,7 @@ class MGCollapsingHeaderViewTest : public ::testing::Test {
   }
 };
 
-TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollAndEachFinishIsHeardOncePerArrival) {
+TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollWhileThereIsRoomAndEachFinishIsHeardOncePerArrival) {
   struct Step {
     double offset;
     double constant;
@@ -75,6 +72,17 @@ TEST_F(MGCollapsingHeaderViewTest, TheHeightFollowsTheScrollAndEachFinishIsHeard
     EXPECT_DOUBLE_EQ(header->progress(), step.progress) << "at " << step.offset;
     EXPECT_EQ(delegate->take(), step.heard) << "at " << step.offset;
   }
+
+  // Nothing moves without room to collapse, or without a constraint.
+  header->setMinimumHeaderHeight(200);
+  scrollTo(100);
+  EXPECT_EQ(height->constant(), 200);
+  EXPECT_EQ(header->progress(), 0);
+  auto bare = std::make_shared<MGCollapsingHeaderView>();
+  bare->setDelegate(delegate);
+  bare->collapseWithScroll(*scroll);
+  EXPECT_FALSE(bare->headerHeight());
+  EXPECT_TRUE(delegate->take().empty());
 }
 
 TEST_F(MGCollapsingHeaderViewTest, TheFullHeightIsTheConstantAtTheFirstCollapseOfEachConstraint) {
@@ -122,19 +130,6 @@ TEST_F(MGCollapsingHeaderViewTest, WithoutAlwaysCollapseOnlyContentTallerThanVie
   header->setAlwaysCollapse(true);
   scrollTo(100);
   EXPECT_EQ(height->constant(), 100) << "always collapsing ignores the content size";
-}
-
-TEST_F(MGCollapsingHeaderViewTest, NothingMovesWithoutAConstraintOrWithoutRoomToCollapse) {
-  header->setMinimumHeaderHeight(200);
-  scrollTo(100);
-  EXPECT_EQ(height->constant(), 200);
-  EXPECT_EQ(header->progress(), 0);
-
-  auto bare = std::make_shared<MGCollapsingHeaderView>();
-  bare->setDelegate(delegate);
-  bare->collapseWithScroll(*scroll);
-  EXPECT_FALSE(bare->headerHeight());
-  EXPECT_TRUE(delegate->take().empty());
 }
 
 TEST_F(MGCollapsingHeaderViewTest, AnAlphaAttributeFadesItsViewByValueTimesProgressFromItsOwnAlpha) {

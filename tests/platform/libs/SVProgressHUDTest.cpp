@@ -17,9 +17,13 @@ class SVProgressHUDTest : public ::testing::Test {
   ManualRunLoop loop;
   std::vector<std::string> heard;
 
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-
+  // The display time the app sets before any status; restart() sets it again after a reset.
+  void SetUp() override { SVProgressHUD::setMinimumDismissTimeInterval(0.2); }
+  void restart() {
+    resetPlatformState();
+    heard.clear();
+    SetUp();
+  }
   SVProgressHUD::Completion note(std::string what) {
     return [this, what] { heard.push_back(what); };
   }
@@ -87,26 +91,34 @@ TEST_F(SVProgressHUDTest, DisplayTimeGrowsWithTheStatusInUtf16Units) {
   }
 }
 
-TEST_F(SVProgressHUDTest, StatusesOfEveryKindSelfDismissAfterTheirDisplayTimeThenFade) {
+TEST_F(SVProgressHUDTest, MarkedStatusesSelfDismissAfterTheirDisplayTimeThenFadeAndPlainOnesStay) {
   struct Row {
     const char* name;
     void (*show)(const std::string&);
     Kind kind;
+    bool selfDismisses;
   };
   const Row rows[] = {
-      {"info", [](const std::string& s) { SVProgressHUD::showInfoWithStatus(s); }, Kind::info},
-      {"success", [](const std::string& s) { SVProgressHUD::showSuccessWithStatus(s); }, Kind::success},
-      {"error", [](const std::string& s) { SVProgressHUD::showErrorWithStatus(s); }, Kind::error},
+      {"info", [](const std::string& s) { SVProgressHUD::showInfoWithStatus(s); }, Kind::info, true},
+      {"success", [](const std::string& s) { SVProgressHUD::showSuccessWithStatus(s); }, Kind::success, true},
+      {"error", [](const std::string& s) { SVProgressHUD::showErrorWithStatus(s); }, Kind::error, true},
       {"image", [](const std::string& s) { SVProgressHUD::showImage(UIImage::named("star"), s); },
-       Kind::image},
+       Kind::image, true},
+      {"show", [](const std::string&) { SVProgressHUD::show(); }, Kind::status, false},
+      {"status", [](const std::string& s) { SVProgressHUD::showWithStatus(s); }, Kind::status, false},
+      {"progress", [](const std::string& s) { SVProgressHUD::showProgress(0.4f, s); }, Kind::progress, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    resetPlatformState();
-    SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+    restart();
     row.show("Mark as Favourite....");
     loop.runUntilIdle();
     EXPECT_EQ(SVProgressHUD::state().kind, row.kind);
+    if (!row.selfDismisses) {
+      loop.advance(3600);
+      EXPECT_EQ(phase(), "shown");
+      continue;
+    }
     EXPECT_NE(SVProgressHUD::state().image, std::nullopt);
     loop.advance(1.76 - 0.001);
     EXPECT_EQ(phase(), "shown");
@@ -115,33 +127,12 @@ TEST_F(SVProgressHUDTest, StatusesOfEveryKindSelfDismissAfterTheirDisplayTimeThe
     loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
     EXPECT_EQ(phase(), "hidden");
   }
-}
-
-TEST_F(SVProgressHUDTest, PlainStatusesAndProgressStayUntilDismissed) {
-  struct Row {
-    const char* name;
-    void (*show)();
-    Kind kind;
-  };
-  const Row rows[] = {
-      {"show", [] { SVProgressHUD::show(); }, Kind::status},
-      {"status", [] { SVProgressHUD::showWithStatus("Working"); }, Kind::status},
-      {"progress", [] { SVProgressHUD::showProgress(0.4f, "Copying"); }, Kind::progress},
-  };
-  for (const auto& row : rows) {
-    resetPlatformState();
-    row.show();
-    loop.advance(3600);
-    EXPECT_EQ(phase(), "shown") << row.name;
-    EXPECT_EQ(SVProgressHUD::state().kind, row.kind) << row.name;
-  }
   EXPECT_FLOAT_EQ(SVProgressHUD::state().progress, 0.4f);
 }
 
 // A self-dismissal's clock starts at its own show, with the display time of that moment, and a
 // plain show cancels it.
 TEST_F(SVProgressHUDTest, SelfDismissalTimers) {
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
   SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
   loop.advance(0.5);
   SVProgressHUD::showErrorWithStatus("Mark as Favourite....");  // 1.76 s from 0.5 s
@@ -151,14 +142,12 @@ TEST_F(SVProgressHUDTest, SelfDismissalTimers) {
   loop.advance(0.001);
   EXPECT_EQ(phase(), "fading");
 
-  resetPlatformState();
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  restart();
   SVProgressHUD::showSuccessWithStatus("OK");
   SVProgressHUD::setMinimumDismissTimeInterval(5.0);
   loop.advance(0.62);
   EXPECT_EQ(phase(), "fading") << "the display time is fixed at the show";
-  resetPlatformState();
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+  restart();
   SVProgressHUD::showSuccessWithStatus("OK");
   loop.advance(0.5);
   SVProgressHUD::showWithStatus("Loading");
@@ -169,8 +158,7 @@ TEST_F(SVProgressHUDTest, SelfDismissalTimers) {
 TEST_F(SVProgressHUDTest, DismissWithDelayFadesAfterTheDelayThenCompletes) {
   for (double delay : {0.0, 0.5, 2.0}) {
     SCOPED_TRACE(delay);
-    resetPlatformState();
-    heard.clear();
+    restart();
     SVProgressHUD::showWithStatus("Loading Ads...");
     SVProgressHUD::dismissWithDelay(delay, note("completed"));
     loop.runUntilIdle();
@@ -188,31 +176,29 @@ TEST_F(SVProgressHUDTest, DismissWithDelayFadesAfterTheDelayThenCompletes) {
   }
 }
 
-TEST_F(SVProgressHUDTest, AShowDuringTheFadeStopsItAndTheCompletionNeverRuns) {
-  SVProgressHUD::showWithStatus("Loading Ads...");
-  SVProgressHUD::dismissWithDelay(0.5, note("completed"));
-  loop.advance(0.6);
-  ASSERT_EQ(phase(), "fading");
+// The library does not cancel a delayed dismissal: it takes an overlay shown meanwhile with it.
+// Only a show during the fade stops the dismissal, and its completion never runs.
+TEST_F(SVProgressHUDTest, AShowDuringADelayedDismissalGoesWithItButOneDuringTheFadeStopsIt) {
+  for (double showAt : {0.2, 0.6}) {
+    SCOPED_TRACE(showAt);
+    restart();
+    const bool duringTheFade = showAt > 0.5;
+    SVProgressHUD::showWithStatus("Loading Ads...");
+    SVProgressHUD::dismissWithDelay(0.5, note("completed"));
+    loop.advance(showAt);
+    ASSERT_EQ(phase(), duringTheFade ? "fading" : "shown");
 
-  SVProgressHUD::showWithStatus("Again");
-  loop.advance(10);
+    SVProgressHUD::showWithStatus("Again");
+    loop.advance(0.5 + SVProgressHUD::kFadeOutAnimationDuration + 0.01 - showAt);
 
-  EXPECT_TRUE(heard.empty());
-  EXPECT_EQ(phase(), "shown");
-  EXPECT_EQ(SVProgressHUD::state().status, "Again");
-}
-
-TEST_F(SVProgressHUDTest, AShowDuringTheDelayIsDismissedWhenTheDelayEnds) {
-  // The library does not cancel a delayed dismissal: it takes the new overlay with it.
-  SVProgressHUD::showWithStatus("Loading Ads...");
-  SVProgressHUD::dismissWithDelay(0.5, note("completed"));
-  loop.advance(0.2);
-  SVProgressHUD::showWithStatus("Again");
-  loop.advance(0.3);
-  EXPECT_EQ(phase(), "fading");
-  loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
-  EXPECT_EQ(phase(), "hidden");
-  EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
+    EXPECT_EQ(phase(), duringTheFade ? "shown" : "hidden") << "just after the first fade's end";
+    loop.advance(10);
+    EXPECT_EQ(phase(), duringTheFade ? "shown" : "hidden");
+    EXPECT_EQ(heard, duringTheFade ? std::vector<std::string>{} : std::vector<std::string>{"completed"});
+    if (duringTheFade) {
+      EXPECT_EQ(SVProgressHUD::state().status, "Again");
+    }
+  }
 }
 
 TEST_F(SVProgressHUDTest, ALaterDismissalDuringAFadeKeepsTheEarlierCompletion) {
@@ -229,9 +215,7 @@ TEST_F(SVProgressHUDTest, ALaterDismissalDuringAFadeKeepsTheEarlierCompletion) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    resetPlatformState();
-    heard.clear();
-    SVProgressHUD::setMinimumDismissTimeInterval(0.2);
+    restart();
     SVProgressHUD::showSuccessWithStatus("OK");  // its own fade would start at 0.62 s
     loop.advance(0.55);
 
@@ -245,16 +229,13 @@ TEST_F(SVProgressHUDTest, ALaterDismissalDuringAFadeKeepsTheEarlierCompletion) {
   }
 }
 
-TEST_F(SVProgressHUDTest, DismissingAHiddenOverlayStillCompletesAfterTheFade) {
+TEST_F(SVProgressHUDTest, AHiddenOverlayDismissedStillCompletesAfterTheFadeAndALateSelfDismissalLeavesItAlone) {
   SVProgressHUD::dismissWithCompletion(note("completed"));
   loop.runUntilIdle();
   EXPECT_EQ(phase(), "hidden");
   loop.advance(SVProgressHUD::kFadeOutAnimationDuration);
   EXPECT_EQ(heard, (std::vector<std::string>{"completed"}));
-}
 
-TEST_F(SVProgressHUDTest, ALateSelfDismissalLeavesAHiddenOverlayAlone) {
-  SVProgressHUD::setMinimumDismissTimeInterval(0.2);
   SVProgressHUD::showSuccessWithStatus("OK");  // 0.62 s
   loop.advance(0.1);
   SVProgressHUD::dismiss();

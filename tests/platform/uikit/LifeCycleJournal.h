@@ -1,24 +1,24 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIViewController.h"
+#include "platform/uikit/UIWindow.h"
 
 namespace uikit_test {
 
 // The life-cycle calls controllers receive, as "<name>.<call>" lines in the order they came.
-class Journal {
- public:
-  void note(std::string line) { lines_.push_back(std::move(line)); }
-  // What was noted since the last take.
-  std::vector<std::string> take() { return std::exchange(lines_, {}); }
-  const std::vector<std::string>& lines() const { return lines_; }
-
- private:
-  std::vector<std::string> lines_;
+struct Journal {
+  std::vector<std::string> lines;
+  void note(std::string line) { lines.push_back(std::move(line)); }
+  std::vector<std::string> take() { return std::exchange(lines, {}); }  // what came since
 };
 
 class RecordingController : public UIViewController {
@@ -42,5 +42,29 @@ inline std::shared_ptr<RecordingController> recording(std::string name, Journal&
 }
 
 using Lines = std::vector<std::string>;
+
+// Screens shown in a key window, with the loop that drives their transitions.
+class ScreenTest : public ::testing::Test {
+ public:
+  ManualRunLoop loop;
+  Journal journal;
+  std::shared_ptr<UIWindow> window;
+
+  // Given `root` as the root of a new key window, settled on screen.
+  void showOnScreen(const std::shared_ptr<UIViewController>& root) {
+    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
+    window->setRootViewController(root);
+    window->makeKeyAndVisible();
+    loop.runUntilIdle();
+    journal.take();
+  }
+
+  // Runs the work posted so far, then a marker: what a transition does after it came a turn late.
+  Lines settle() {
+    DispatchQueue::main().async([this] { journal.note("next turn"); });
+    loop.runUntilIdle();
+    return journal.take();
+  }
+};
 
 }  // namespace uikit_test

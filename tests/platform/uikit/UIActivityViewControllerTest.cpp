@@ -2,30 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIDevice.h"
-#include "platform/uikit/UIWindow.h"
+#include "LifeCycleJournal.h"
 
 namespace {
 
-class UIActivityViewControllerTest : public ::testing::Test {
+class UIActivityViewControllerTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
   std::shared_ptr<UIViewController> screen = std::make_shared<UIViewController>();
-  std::shared_ptr<UIWindow> window;
 
-  void SetUp() override {
-    resetPlatformState();
-    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-    window->setRootViewController(screen);
-    window->makeKeyAndVisible();
-    loop.runUntilIdle();
-  }
-  void TearDown() override { resetPlatformState(); }
+  void SetUp() override { showOnScreen(screen); }
 };
 
-TEST_F(UIActivityViewControllerTest, TheShareSheetIsAPopoverOnAPadOnly) {
+TEST_F(UIActivityViewControllerTest, TheShareSheetDescribesItsItemsAndIsAPopoverOnAPadOnly) {
   struct Row {
     UIUserInterfaceIdiom idiom;
     bool popover;
@@ -33,20 +22,15 @@ TEST_F(UIActivityViewControllerTest, TheShareSheetIsAPopoverOnAPadOnly) {
   for (const Row& row : {Row{UIUserInterfaceIdiom::phone, false}, Row{UIUserInterfaceIdiom::pad, true},
                          Row{UIUserInterfaceIdiom::mac, false}}) {
     UIDevice::currentDevice().configure(row.idiom, "17.0");
-    UIActivityViewController sheet({std::string("text")});
+    UIActivityViewController sheet({std::string("Look at this"), URL::fileURLWithPath("/tmp/My File.pdf", false),
+                                    UIImage::named("icon_pdf"), UIImage::systemImageNamed("square.and.arrow.up"),
+                                    UIImage::withPixels({4, 3, {}, ""})});
     EXPECT_EQ(sheet.popoverPresentationController() != nullptr, row.popover)
         << static_cast<int>(row.idiom);
+    EXPECT_EQ(sheet.itemDescriptions(),
+              (std::vector<std::string>{"Look at this", "file:///tmp/My%20File.pdf", "icon_pdf",
+                                        "system:square.and.arrow.up", "pixels:4x3"}));
   }
-}
-
-TEST_F(UIActivityViewControllerTest, TheShareSheetDescribesItsItems) {
-  auto url = URL::fileURLWithPath("/tmp/My File.pdf", false);
-  UIActivityViewController sheet({std::string("Look at this"), url, UIImage::named("icon_pdf"),
-                                  UIImage::systemImageNamed("square.and.arrow.up"),
-                                  UIImage::withPixels({4, 3, {}, ""})});
-  EXPECT_EQ(sheet.itemDescriptions(),
-            (std::vector<std::string>{"Look at this", "file:///tmp/My%20File.pdf", "icon_pdf",
-                                      "system:square.and.arrow.up", "pixels:4x3"}));
 }
 
 TEST_F(UIActivityViewControllerTest, ClosingTheShareSheetReportsAfterItLeft) {

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UIStoryboard.h"
 #include "LifeCycleJournal.h"
 
@@ -14,14 +11,7 @@ using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-const char* stateName(UIApplicationState state) {
-  switch (state) {
-    case UIApplicationState::active: return "active";
-    case UIApplicationState::inactive: return "inactive";
-    case UIApplicationState::background: return "background";
-  }
-  return "?";
-}
+const char* const kStateNames[] = {"active", "inactive", "background"};
 
 class RecordingDelegate : public UIApplicationDelegate {
  public:
@@ -44,30 +34,19 @@ class RecordingDelegate : public UIApplicationDelegate {
 
  private:
   void note(const std::string& call, UIApplication& app) {
-    journal_.note(call + " (" + stateName(app.applicationState()) + ")");
+    journal_.note(call + " (" + kStateNames[static_cast<int>(app.applicationState())] + ")");
   }
   Journal& journal_;
 };
 
-class UIApplicationTest : public ::testing::Test {
+class UIApplicationTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
   UIApplication& app = UIApplication::sharedApplication();
 
   void SetUp() override {
-    resetPlatformState();
     UIStoryboard::setInitialScene("Main", [this] { return recording("Root", journal); });
   }
-  void TearDown() override { resetPlatformState(); }
-
   void launch() { app.launch(std::make_shared<RecordingDelegate>(journal), "Main"); }
-
-  Lines settle() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
-  }
 };
 
 TEST_F(UIApplicationTest, LaunchFollowsThePlatformsOrder) {
@@ -112,7 +91,7 @@ TEST_F(UIApplicationTest, BackgroundAndForegroundMovesCallTheDelegateOncePerMove
   }
 }
 
-TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLater) {
+TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLaterAndOnlyURLsWithASchemeCanOpen) {
   std::vector<URL> asked;
   app.setURLOpener([&](const URL& url) {
     asked.push_back(url);
@@ -131,9 +110,6 @@ TEST_F(UIApplicationTest, OpenURLRecordsTheURLAndAnswersOneTurnLater) {
   EXPECT_TRUE(answers.empty());
   loop.runUntilIdle();
   EXPECT_EQ(answers, (std::vector<bool>{true, false}));
-}
-
-TEST_F(UIApplicationTest, CanOpenOnlyURLsWithAScheme) {
   EXPECT_TRUE(app.canOpenURL(*URL::withString("https://example.com")));
   EXPECT_FALSE(app.canOpenURL(*URL::withString("relative/path")));
 }

@@ -21,8 +21,8 @@ class Target : public UIResponder {
   std::vector<std::string> received;
 };
 
-TEST(UIGestureRecognizerTest, RecognitionSendsActionsOnlyWhenEnabledAndAttached) {
-  enum class Attachment { kept, never, removed, viewGone };
+TEST(UIGestureRecognizerTest, RecognitionSendsActionsToEveryTargetOnlyWhenEnabledAndAttached) {
+  enum class Attachment { kept, never, removed, viewGone, moved };
   struct Row {
     const char* name;
     Attachment attachment;
@@ -32,11 +32,23 @@ TEST(UIGestureRecognizerTest, RecognitionSendsActionsOnlyWhenEnabledAndAttached)
                          Row{"disabled", Attachment::kept, false, false},
                          Row{"never attached", Attachment::never, true, false},
                          Row{"removed from its view", Attachment::removed, true, false},
-                         Row{"its view destroyed", Attachment::viewGone, true, false}}) {
+                         Row{"its view destroyed", Attachment::viewGone, true, false},
+                         Row{"moved to another view", Attachment::moved, true, true}}) {
     auto target = std::make_shared<Target>();
     auto view = std::make_shared<UIView>();
     auto tap = std::make_shared<UITapGestureRecognizer>(target, "onTap:");
-    if (row.attachment != Attachment::never) view->addGestureRecognizer(tap);
+    if (row.attachment != Attachment::never) {
+      view->addGestureRecognizer(tap);
+      view->addGestureRecognizer(tap);
+      EXPECT_EQ(view->gestureRecognizers().size(), 1u) << row.name;
+    }
+    if (row.attachment == Attachment::moved) {
+      auto other = std::make_shared<UIView>();
+      other->addGestureRecognizer(tap);
+      EXPECT_TRUE(view->gestureRecognizers().empty()) << "a recognizer belongs to one view at a time";
+      EXPECT_EQ(tap->view(), other);
+      view = other;
+    }
     if (row.attachment == Attachment::removed) {
       view->removeGestureRecognizer(tap);
       EXPECT_EQ(tap->view(), nullptr);
@@ -54,24 +66,8 @@ TEST(UIGestureRecognizerTest, RecognitionSendsActionsOnlyWhenEnabledAndAttached)
       EXPECT_EQ(tap->locationInView(view.get()), (CGPoint{12, 34}));
     }
   }
-}
 
-TEST(UIGestureRecognizerTest, ARecognizerBelongsToOneViewAtATime) {
-  auto target = std::make_shared<Target>();
-  auto first = std::make_shared<UIView>();
-  auto second = std::make_shared<UIView>();
-  auto tap = std::make_shared<UITapGestureRecognizer>(target, "onTap:");
-  first->addGestureRecognizer(tap);
-  first->addGestureRecognizer(tap);
-
-  second->addGestureRecognizer(tap);
-
-  EXPECT_TRUE(first->gestureRecognizers().empty());
-  EXPECT_EQ(second->gestureRecognizers().size(), 1u);
-  EXPECT_EQ(tap->view(), second);
-}
-
-TEST(UIGestureRecognizerTest, EveryTargetHearsEachStateOfAContinuousGesture) {
+  // Every target hears each state of a continuous gesture.
   auto first = std::make_shared<Target>();
   auto second = std::make_shared<Target>();
   auto view = std::make_shared<UIView>();

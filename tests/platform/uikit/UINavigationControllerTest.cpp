@@ -2,87 +2,53 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
-#include "platform/uikit/UIWindow.h"
 #include "LifeCycleJournal.h"
 
 namespace {
 
-using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-class UINavigationControllerTest : public ::testing::Test {
+class UINavigationControllerTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
-  std::shared_ptr<UIWindow> window;
   std::shared_ptr<UINavigationController> nav;
 
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-
-  // Given a navigation controller with `root` as the key window's root, settled on screen.
-  void showOnScreen(const std::shared_ptr<UIViewController>& root) {
+  void showInStack(const std::shared_ptr<UIViewController>& root) {
     nav = UINavigationController::withRoot(root);
-    window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-    window->setRootViewController(nav);
-    window->makeKeyAndVisible();
-    loop.runUntilIdle();
-    journal.take();
-  }
-
-  // Runs one main-queue turn's worth of work posted so far, then notes a marker: what the
-  // transition does after the marker ran later than one turn.
-  Lines settleWithMarker() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
+    showOnScreen(nav);
   }
 };
 
-TEST_F(UINavigationControllerTest, PushOnScreenLoadsThenMovesAppearanceAndEndsOneTurnLater) {
+TEST_F(UINavigationControllerTest, PushAndPopMoveAppearanceOneTurnApartAndReleaseThePoppedScreenAfterwards) {
   auto a = recording("A", journal);
-  showOnScreen(a);
-  auto b = recording("B", journal);
-
-  nav->pushViewController(b, true);
-
-  EXPECT_EQ(journal.take(), (Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"}));
-  EXPECT_EQ(settleWithMarker(), (Lines{"A.viewDidDisappear", "B.viewDidAppear", "next turn"}));
-  EXPECT_EQ(nav->topViewController(), b);
-  EXPECT_EQ(b->navigationController(), nav);
-  EXPECT_EQ(a->appearance(), UIViewController::Appearance::disappeared);
-  EXPECT_EQ(b->appearance(), UIViewController::Appearance::appeared);
-}
-
-TEST_F(UINavigationControllerTest, PopReversesThePushAndReleasesThePoppedScreenAfterItsTransition) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
+  showInStack(a);
   std::weak_ptr<UIViewController> weakB;
   {
     auto b = recording("B", journal);
     weakB = b;
-    nav->pushViewController(b, false);
+    nav->pushViewController(b, true);
   }
-  loop.runUntilIdle();
-  journal.take();
+
+  EXPECT_EQ(journal.take(), (Lines{"B.viewDidLoad", "A.viewWillDisappear", "B.viewWillAppear"}));
+  EXPECT_EQ(settle(), (Lines{"A.viewDidDisappear", "B.viewDidAppear", "next turn"}));
+  EXPECT_EQ(nav->topViewController(), weakB.lock());
+  EXPECT_EQ(weakB.lock()->navigationController(), nav);
+  EXPECT_EQ(a->appearance(), UIViewController::Appearance::disappeared);
+  EXPECT_EQ(weakB.lock()->appearance(), UIViewController::Appearance::appeared);
 
   nav->popViewControllerAnimated(true);
 
   EXPECT_EQ(journal.take(), (Lines{"B.viewWillDisappear", "A.viewWillAppear"}));
   ASSERT_FALSE(weakB.expired()) << "the popped screen must live through its transition";
   EXPECT_EQ(weakB.lock()->navigationController(), nav) << "it still has its stack while it disappears";
-  EXPECT_EQ(settleWithMarker(), (Lines{"B.viewDidDisappear", "A.viewDidAppear", "next turn"}));
+  EXPECT_EQ(settle(), (Lines{"B.viewDidDisappear", "A.viewDidAppear", "next turn"}));
   EXPECT_TRUE(weakB.expired()) << "nobody holds the popped screen once its transition ended";
   EXPECT_EQ(nav->viewControllers().size(), 1u);
 }
 
 TEST_F(UINavigationControllerTest, PopToRootMovesAppearanceFromTheTopOnlyAndReleasesEveryPoppedScreen) {
   auto a = recording("A", journal);
-  showOnScreen(a);
+  showInStack(a);
   std::weak_ptr<UIViewController> weakB, weakC;
   {
     auto b = recording("B", journal);
@@ -103,7 +69,7 @@ TEST_F(UINavigationControllerTest, PopToRootMovesAppearanceFromTheTopOnlyAndRele
   EXPECT_EQ(popped[1], weakC.lock());
   popped.clear();
   EXPECT_EQ(journal.take(), (Lines{"C.viewWillDisappear", "A.viewWillAppear"}));
-  EXPECT_EQ(settleWithMarker(), (Lines{"C.viewDidDisappear", "A.viewDidAppear", "next turn"}));
+  EXPECT_EQ(settle(), (Lines{"C.viewDidDisappear", "A.viewDidAppear", "next turn"}));
   EXPECT_TRUE(weakB.expired());
   EXPECT_TRUE(weakC.expired());
   EXPECT_EQ(nav->viewControllers(), (std::vector<std::shared_ptr<UIViewController>>{a}));
@@ -111,7 +77,7 @@ TEST_F(UINavigationControllerTest, PopToRootMovesAppearanceFromTheTopOnlyAndRele
 
 TEST_F(UINavigationControllerTest, SetViewControllersMovesAppearanceBetweenTheOldAndNewTop) {
   auto a = recording("A", journal);
-  showOnScreen(a);
+  showInStack(a);
   std::weak_ptr<UIViewController> weakB;
   {
     auto b = recording("B", journal);
@@ -125,29 +91,23 @@ TEST_F(UINavigationControllerTest, SetViewControllersMovesAppearanceBetweenTheOl
   nav->setViewControllers({a, d}, true);
 
   EXPECT_EQ(journal.take(), (Lines{"D.viewDidLoad", "B.viewWillDisappear", "D.viewWillAppear"}));
-  EXPECT_EQ(settleWithMarker(), (Lines{"B.viewDidDisappear", "D.viewDidAppear", "next turn"}));
+  EXPECT_EQ(settle(), (Lines{"B.viewDidDisappear", "D.viewDidAppear", "next turn"}));
   EXPECT_TRUE(weakB.expired());
   EXPECT_EQ(a->navigationController(), nav);
   EXPECT_EQ(d->navigationController(), nav);
 }
 
-TEST_F(UINavigationControllerTest, SetViewControllersKeepingTheTopMakesNoAppearanceCalls) {
+TEST_F(UINavigationControllerTest, OperationsThatKeepTheTopMakeNoAppearanceCalls) {
   auto a = recording("A", journal);
-  showOnScreen(a);
-  auto z = recording("Z", journal);
-  nav->setViewControllers({z, a}, false);
-  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
-  EXPECT_EQ(nav->topViewController(), a);
-  EXPECT_EQ(z->navigationController(), nav);
-  EXPECT_FALSE(z->isViewLoaded()) << "a screen under the top is not loaded before it is needed";
-}
-
-TEST_F(UINavigationControllerTest, PoppingTheRootAloneAndPushingAControllerAlreadyOnTheStackDoNothing) {
-  auto a = recording("A", journal);
-  showOnScreen(a);
+  showInStack(a);
   EXPECT_EQ(nav->popViewControllerAnimated(true), nullptr);
   EXPECT_TRUE(nav->popToRootViewControllerAnimated(true).empty());
-  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
+  auto z = recording("Z", journal);
+  nav->setViewControllers({z, a}, false);
+  EXPECT_EQ(settle(), (Lines{"next turn"}));
+  EXPECT_EQ(z->navigationController(), nav);
+  EXPECT_FALSE(z->isViewLoaded()) << "a screen under the top is not loaded before it is needed";
+
   auto b = recording("B", journal);
   nav->pushViewController(b, false);
   loop.runUntilIdle();
@@ -155,8 +115,8 @@ TEST_F(UINavigationControllerTest, PoppingTheRootAloneAndPushingAControllerAlrea
   for (const auto& again : {std::shared_ptr<UIViewController>(a), std::shared_ptr<UIViewController>(b)}) {
     nav->pushViewController(again, true);
   }
-  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
-  EXPECT_EQ(nav->viewControllers().size(), 2u);
+  EXPECT_EQ(settle(), (Lines{"next turn"}));
+  EXPECT_EQ(nav->viewControllers().size(), 3u);
   EXPECT_EQ(nav->topViewController(), b);
 }
 
@@ -170,7 +130,7 @@ TEST_F(UINavigationControllerTest, AStackThatIsNotOnScreenMakesNoAppearanceCalls
   nav->pushViewController(c, true);
   nav->popViewControllerAnimated(true);
 
-  EXPECT_EQ(settleWithMarker(), (Lines{"next turn"}));
+  EXPECT_EQ(settle(), (Lines{"next turn"}));
   EXPECT_EQ(nav->topViewController(), b);
 
   // When the stack is later shown, only its top appears.
@@ -178,13 +138,13 @@ TEST_F(UINavigationControllerTest, AStackThatIsNotOnScreenMakesNoAppearanceCalls
   window->setRootViewController(nav);
   window->makeKeyAndVisible();
   EXPECT_EQ(journal.take(), (Lines{"B.viewDidLoad", "B.viewWillAppear"}));
-  EXPECT_EQ(settleWithMarker(), (Lines{"B.viewDidAppear", "next turn"}));
+  EXPECT_EQ(settle(), (Lines{"B.viewDidAppear", "next turn"}));
   EXPECT_FALSE(a->isViewLoaded());
 }
 
 TEST_F(UINavigationControllerTest, VisibleControllerIsWhatTheStackPresents) {
   auto a = recording("A", journal);
-  showOnScreen(a);
+  showInStack(a);
   auto modal = recording("M", journal);
   EXPECT_EQ(nav->visibleViewController(), a);
   a->presentViewController(modal, false, nullptr);

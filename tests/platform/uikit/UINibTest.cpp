@@ -2,18 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
 #include "platform/uikit/UIView.h"
 
 namespace {
 
-class UINibTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-};
-
-TEST_F(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExactNameFindsIt) {
+TEST(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExactNameFindsIt) {
   UINib::registerNib("Cell", [] {
     auto cell = std::make_shared<UIView>();
     cell->addSubview(std::make_shared<UIView>());
@@ -35,8 +28,6 @@ TEST_F(UINibTest, ANibMakesFreshTopLevelObjectsAtEachInstantiationAndOnlyItsExac
 
   EXPECT_EQ(UINib::nibWithNibName("cell"), nullptr);
   EXPECT_EQ(UINib::nibWithNibName(""), nullptr);
-  resetPlatformState();
-  EXPECT_EQ(UINib::nibWithNibName("Cell"), nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(UITextFieldTest, TheLeftViewShowsAsItsModeAndTheEditingStateSay) {
+TEST(UITextFieldTest, TheLeftViewShowsAsItsModeAndTheEditingStateSayDrawnInsideTheField) {
   struct Row {
     UITextFieldViewMode mode;
     bool editing;
@@ -25,9 +25,8 @@ TEST(UITextFieldTest, TheLeftViewShowsAsItsModeAndTheEditingStateSay) {
     EXPECT_EQ(field->showsLeftView(), row.shown)
         << "mode " << static_cast<int>(row.mode) << ", editing " << row.editing;
   }
-}
 
-TEST(UITextFieldTest, TheLeftViewIsDrawnInsideTheFieldNotAddedAsASubview) {
+  // The left view is drawn inside the field, not added as a subview.
   auto field = std::make_shared<UITextField>(CGRectMake(0, 0, 200, 40));
   auto left = std::make_shared<UIView>(CGRectMake(0, 0, 15, 40));
   int changes = 0;

@@ -31,29 +31,37 @@ struct ChangeCounter {
   int count = 0;
 };
 
-TEST(UIViewTest, AddingAViewMovesItFromItsOldParent) {
+TEST(UIViewTest, AViewMovesFromItsOldParentOrToTheFrontAndRemovingItLetsItGo) {
   auto oldParent = std::make_shared<UIView>();
   auto newParent = std::make_shared<UIView>();
-  auto child = std::make_shared<UIView>();
-  oldParent->addSubview(child);
+  std::weak_ptr<UIView> child;
+  {
+    auto made = std::make_shared<UIView>();
+    child = made;
+    oldParent->addSubview(made);
+  }
   ChangeCounter oldChanges(oldParent), newChanges(newParent);
 
-  newParent->addSubview(child);
+  newParent->addSubview(child.lock());
 
   EXPECT_TRUE(oldParent->subviews().empty());
-  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{child}));
-  EXPECT_EQ(child->superview(), newParent);
+  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{child.lock()}));
+  EXPECT_EQ(child.lock()->superview(), newParent);
   EXPECT_EQ(oldChanges.count, 1);
   EXPECT_EQ(newChanges.count, 1);
-}
 
-TEST(UIViewTest, ReaddingASubviewMovesItToTheFront) {
-  auto parent = std::make_shared<UIView>();
+  child.lock()->removeFromSuperview();
+
+  EXPECT_TRUE(child.expired());
+  EXPECT_TRUE(newParent->subviews().empty());
+  EXPECT_EQ(newChanges.count, 2);
+
+  // Adding a subview again moves it to the front.
   auto a = tagged(1), b = tagged(2), c = tagged(3);
-  for (const auto& v : {a, b, c}) parent->addSubview(v);
-  parent->addSubview(a);
-  parent->insertSubviewAtIndex(c, 0);
-  EXPECT_EQ(parent->subviews(), (std::vector<std::shared_ptr<UIView>>{c, b, a}));
+  for (const auto& v : {a, b, c}) newParent->addSubview(v);
+  newParent->addSubview(a);
+  newParent->insertSubviewAtIndex(c, 0);
+  EXPECT_EQ(newParent->subviews(), (std::vector<std::shared_ptr<UIView>>{c, b, a}));
 }
 
 TEST(UIViewTest, AViewIsNeverAddedInsideItself) {
@@ -72,24 +80,6 @@ TEST(UIViewTest, AViewIsNeverAddedInsideItself) {
   EXPECT_EQ(grandchild->superview(), child);
   EXPECT_TRUE(grandchild->subviews().empty());
   EXPECT_FALSE(root->isEffectivelyHidden());
-}
-
-TEST(UIViewTest, RemoveFromSuperviewDetachesAndLetsTheViewGo) {
-  auto parent = std::make_shared<UIView>();
-  std::weak_ptr<UIView> weakChild;
-  {
-    auto child = std::make_shared<UIView>();
-    weakChild = child;
-    parent->addSubview(child);
-  }
-  ASSERT_FALSE(weakChild.expired());
-  ChangeCounter changes(parent);
-
-  weakChild.lock()->removeFromSuperview();
-
-  EXPECT_TRUE(weakChild.expired());
-  EXPECT_TRUE(parent->subviews().empty());
-  EXPECT_EQ(changes.count, 1);
 }
 
 TEST(UIViewTest, ViewWithTagSearchesDepthFirstFromItself) {
@@ -164,64 +154,25 @@ TEST(UIViewTest, VisibleChangesAreSignalledAndInvisibleOnesAreNot) {
   }
 }
 
-TEST(UIViewTest, AnObserverMayUnobserveItselfWhileBeingTold) {
+// Observers change while the view tells them: one leaves, one is added, and one ends another
+// one's observation (as a screen's shell does when it is destroyed).
+TEST(UIViewTest, ObserversMayComeAndGoWhileTheViewTellsThem) {
   auto view = std::make_shared<UIView>();
   std::vector<std::string> heard;
-  ChangeSignal::Token self = 0;
+  ChangeSignal::Token self = 0, dropped = 0;
   self = view->changed().observe([&] {
     heard.push_back("once");
     view->changed().unobserve(self);
+    view->changed().unobserve(dropped);
+    view->changed().observe([&] { heard.push_back("added"); });
   });
+  dropped = view->changed().observe([&] { heard.push_back("dropped"); });
   view->changed().observe([&] { heard.push_back("always"); });
 
   view->setAlpha(0.5);
   view->setAlpha(0.25);
 
-  EXPECT_EQ(heard, (std::vector<std::string>{"once", "always", "always"}));
-}
-
-TEST(UIViewTest, AnObserverRemovedByAnEarlierOneIsNotToldAnyMore) {
-  // A subscriber that ends its observation when it is destroyed, as a screen's shell would.
-  struct Subscriber {
-    Subscriber(const std::shared_ptr<UIView>& view, std::vector<std::string>& log)
-        : view(view), log(log) {
-      token = view->changed().observe([&log] { log.push_back("told"); });
-    }
-    ~Subscriber() {
-      view->changed().unobserve(token);
-      log.push_back("gone");
-    }
-    std::shared_ptr<UIView> view;
-    std::vector<std::string>& log;
-    ChangeSignal::Token token;
-  };
-  auto view = std::make_shared<UIView>();
-  std::vector<std::string> log;
-  std::unique_ptr<Subscriber> subscriber;
-  // Given an earlier observer that drops the subscriber when told
-  view->changed().observe([&] { subscriber.reset(); });
-  subscriber = std::make_unique<Subscriber>(view, log);
-
-  // When the view changes
-  view->setAlpha(0.5);
-
-  // Then the dropped subscriber is not told after it is gone
-  EXPECT_EQ(log, (std::vector<std::string>{"gone"}));
-}
-
-TEST(UIViewTest, AnObserverAddedWhileTellingHearsFromTheNextChangeOn) {
-  auto view = std::make_shared<UIView>();
-  int added = 0;
-  bool once = false;
-  view->changed().observe([&] {
-    if (once) return;
-    once = true;
-    view->changed().observe([&] { ++added; });
-  });
-  view->setAlpha(0.5);
-  EXPECT_EQ(added, 0);
-  view->setAlpha(0.25);
-  EXPECT_EQ(added, 1);
+  EXPECT_EQ(heard, (std::vector<std::string>{"once", "always", "always", "added"}));
 }
 
 }  // namespace
@@ -242,7 +193,6 @@ TEST(UIViewConvertTest, RectsMoveByTheOriginsBetweenTheViewsAndScrolledContent) 
   cell->addSubview(button);
   scroll->setContentOffset({0, 30});
 
-  // Then
   EXPECT_EQ(button->convertRectToView(button->bounds(), screen.get()), CGRectMake(300, 278, 44, 44));
   EXPECT_EQ(button->convertRectToView(button->bounds(), nullptr), CGRectMake(305, 285, 44, 44))
       << "no target: the topmost view's own coordinates";

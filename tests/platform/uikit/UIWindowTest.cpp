@@ -2,35 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/PlatformState.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/ManualRunLoop.h"
 #include "platform/uikit/UINavigationController.h"
 #include "LifeCycleJournal.h"
 
 namespace {
 
-using uikit_test::Journal;
 using uikit_test::Lines;
 using uikit_test::recording;
 
-class UIWindowTest : public ::testing::Test {
+class UIWindowTest : public uikit_test::ScreenTest {
  protected:
-  ManualRunLoop loop;
-  Journal journal;
-  std::shared_ptr<UIWindow> window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844));
-
-  void SetUp() override { resetPlatformState(); }
-  void TearDown() override { resetPlatformState(); }
-
-  Lines settle() {
-    DispatchQueue::main().async([this] { journal.note("next turn"); });
-    loop.runUntilIdle();
-    return journal.take();
-  }
+  void SetUp() override { window = std::make_shared<UIWindow>(CGRectMake(0, 0, 390, 844)); }
 };
 
-TEST_F(UIWindowTest, MakeKeyAndVisibleMakesTheRootAppear) {
+TEST_F(UIWindowTest, MakeKeyAndVisibleMakesTheRootAppearAndOnlyLiveWindowsAreListed) {
   auto root = recording("R", journal);
   window->setRootViewController(root);
   EXPECT_TRUE(journal.take().empty()) << "nothing loads before the window is shown";
@@ -41,6 +26,12 @@ TEST_F(UIWindowTest, MakeKeyAndVisibleMakesTheRootAppear) {
   EXPECT_EQ(journal.take(), (Lines{"R.viewDidLoad", "R.viewWillAppear"}));
   EXPECT_EQ(settle(), (Lines{"R.viewDidAppear", "next turn"}));
   EXPECT_EQ(root->view()->frame(), window->bounds());
+  {
+    auto other = std::make_shared<UIWindow>(CGRectMake(0, 0, 10, 10));
+    other->setRootViewController(recording("O", journal));
+    EXPECT_EQ(UIWindow::allWindows().size(), 2u);
+  }
+  EXPECT_EQ(UIWindow::allWindows(), (std::vector<std::shared_ptr<UIWindow>>{window})) << "live windows only";
 }
 
 TEST_F(UIWindowTest, MakeKeyAndVisibleMakesTheTopOfANavigationRootAppearOnly) {
@@ -71,16 +62,6 @@ TEST_F(UIWindowTest, ReplacingTheRootOfAVisibleWindowSwapsAppearance) {
   EXPECT_EQ(journal.take(),
             (Lines{"F.viewWillDisappear", "F.viewDidDisappear", "S.viewDidLoad", "S.viewWillAppear"}));
   EXPECT_EQ(settle(), (Lines{"S.viewDidAppear", "next turn"}));
-}
-
-TEST_F(UIWindowTest, AllWindowsListsLiveWindowsOnly) {
-  window->setRootViewController(recording("R", journal));
-  {
-    auto other = std::make_shared<UIWindow>(CGRectMake(0, 0, 10, 10));
-    other->setRootViewController(recording("O", journal));
-    EXPECT_EQ(UIWindow::allWindows().size(), 2u);
-  }
-  EXPECT_EQ(UIWindow::allWindows(), (std::vector<std::shared_ptr<UIWindow>>{window}));
 }
 
 }  // namespace
