@@ -57,6 +57,13 @@ TEST(UIViewControllerViewTest, TheViewLoadsOnceAndTheSceneLoaderRunsBeforeViewDi
   EXPECT_EQ(vc->seenInViewDidLoad, first);
   ASSERT_EQ(first->subviews().size(), 1u);
   EXPECT_EQ(vc->outlet("label"), first->subviews()[0]);
+
+  // Actions are found by their whole selector, the colon included.
+  int calls = 0;
+  vc->registerAction("onBack:", [&](const std::shared_ptr<NSObject>&) { ++calls; });
+  EXPECT_FALSE(vc->respondsToSelector("onBack"));
+  EXPECT_TRUE(vc->performAction("onBack:", nullptr) && !vc->performAction("onBack", nullptr));
+  EXPECT_EQ(calls, 1);
 }
 
 // --- Modal presentation ---------------------------------------------------------------------------
