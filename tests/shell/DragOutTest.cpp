@@ -3,15 +3,12 @@
 #include <QQmlContext>
 #include <QQmlProperty>
 
-#include <gtest/gtest.h>
-
 #include <fstream>
 
 #include "SceneTest.h"
 #include "app/audio/AudioVC.h"
 #include "app/audio/SongRecords.h"
 #include "app/core/AppData.h"
-#include "app/core/File.h"
 #include "app/core/HomeViewController.h"
 #include "app/documents/DocumentVC.h"
 #include "app/history/RecentFilesVC.h"
@@ -25,156 +22,105 @@
 namespace nimbrel::shell {
 namespace {
 
-// Two pictures and a video in one album, and a song.
+// Two pictures in one album, a video, a picture the library hands over only as pixels, a song.
 constexpr const char* kLibrary = R"({"now": "2026-11-22T10:00:00Z",
   "photos": {"assets": [{"id": "P1/L0/001", "created": "2026-03-01T10:00:00Z"}, {"id": "V1/L0/001", "mediaType": 2},
-                        {"id": "P2/L0/001", "created": "2026-03-02T10:00:00Z"}],
-             "albums": [{"id": "LIB", "title": "Recents", "type": 2, "subtype": 209,
-                         "assets": ["P1/L0/001", "V1/L0/001", "P2/L0/001"]}]},
+                        {"id": "P2/L0/001", "created": "2026-03-02T10:00:00Z"},
+                        {"id": "X1/L0/001", "filename": "IMG_3.JPG", "editingInput": false}],
+             "albums": [{"id": "LIB", "title": "Recents", "type": 2, "subtype": 209, "assets": ["P1/L0/001", "P2/L0/001"]}]},
   "music": {"songs": [{"persistentID": "7"}]}})";
 
-void installDesktopActivities(const std::string& temporaryFolder) {
+void installDesktopActivities(const std::string& folder) {
   desktop::DesktopShareActivities::Options options;
-  options.temporaryFolder = temporaryFolder;
+  options.temporaryFolder = folder;
   ShareActivities::install(std::make_shared<desktop::DesktopShareActivities>(nullptr, options));
 }
-
 std::string fileOf(const std::string& asset) { return PhotoLibrarySource::current()->asset(asset)->backingPath; }
 
-class DragOutTest : public ::testing::Test {
- protected:
-  DragOutTest() {
-    platform = std::make_unique<sim::SimPlatform>(sim::Fixture::parse(kLibrary).value());
-    installDesktopActivities(platform->home());
-    registerMainStoryboard();  // the screens' nibs
-    document = platform->home() + "/my notes.txt";
-    std::ofstream(document) << "notes";
-  }
-  ~DragOutTest() override { AppData::shared()->recentFiles.clear(); }
-
-  static std::shared_ptr<PhotosViewModel> assets(const std::vector<std::string>& ids) {
-    std::vector<PhotoModel> models;
-    for (const auto& id : ids) models.push_back(PhotoModel::fromAsset(PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0]));
-    return PhotosViewModel::withModels(models);
-  }
-  static std::shared_ptr<UICollectionView> collectionOf(std::shared_ptr<UICollectionViewDataSource> screen) {
-    auto collection = std::make_shared<UICollectionView>();
-    collection->setDataSource(screen);
-    collection->setAllowsMultipleSelection(true);
-    return collection;
-  }
-  static std::string dragged(const UICollectionView& collection, long row) {
-    return dragMimeData(collection, row).value(QStringLiteral("text/plain")).toString().toStdString();
-  }
-
-  std::unique_ptr<sim::SimPlatform> platform;
-  std::string document;
-};
-
-TEST_F(DragOutTest, EachScreenHandsOverTheFilesBehindItsRows) {
-  auto pictures = std::make_shared<ImagesVC>();
+// Each kind of screen, on the sim's libraries with the desktop's activities.
+TEST(DragOutTest, EachScreenHandsOverTheFilesBehindItsRows) {
+  sim::SimPlatform platform(sim::Fixture::parse(kLibrary).value());
+  installDesktopActivities(platform.home());
+  registerMainStoryboard();  // the screens' nibs
+  std::string document = platform.home() + "/my notes.txt";
+  std::ofstream(document) << "notes";
+  std::vector<PhotoModel> assets;
+  for (auto id : {"P1/L0/001", "V1/L0/001", "X1/L0/001"}) assets.push_back(PhotoModel::fromAsset(PHAsset::fetchAssetsWithLocalIdentifiers({id}, nullptr)[0]));
+  auto pictures = std::make_shared<ImagesVC>(), albums = std::make_shared<ImagesVC>();
   pictures->isAlBumsDisplay = false;
-  pictures->photoViewModel = assets({"P1/L0/001", "V1/L0/001"});
-  auto albums = std::make_shared<ImagesVC>();
+  pictures->photoViewModel = PhotosViewModel::withModels(assets);
   albums->viewModel = AlbumsViewModel::withModels({AlbumModel()});
   auto songs = std::make_shared<AudioVC>();
   songs->isAlBumsDisplay = false;
   songs->photoViewModel = PhotosViewModel::withModels({songRecord(MPMediaItem(MediaLibrarySource::current()->songs()[0]))});
   auto documents = std::make_shared<DocumentVC>();
-  documents->viewModel = AlbumsViewModel::withModels({DocumentVC::documentModel(URL::fileURLWithPath(document))});
+  documents->viewModel = AlbumsViewModel::withModels({DocumentVC::documentModel(URL::fileURLWithPath(document)),
+                                                      DocumentVC::documentModel(URL::fileURLWithPath(document + "~"))});
   auto recents = std::make_shared<RecentFilesVC>();
-  PhotoModel recentVideo, recentDocument;
+  PhotoModel recentVideo;
   recentVideo.identifier = assetAddress("V1/L0/001", FileType::video);
-  recentDocument.identifier = URL::fileURLWithPath(document).absoluteString();
-  recents->viewModel = PhotosViewModel::withModels({recentVideo, recentDocument});
-  auto home = std::make_shared<HomeViewController>();
+  recents->viewModel = PhotosViewModel::withModels({recentVideo});
   AppData::shared()->recentFiles = {{*URL::withString(assetAddress("P1/L0/001", FileType::photo)), Date::now(), FileType::photo}};
 
-  const std::string song = MediaLibrarySource::current()->songs()[0]->backingPath;
   struct Case {
-    const char* what;
     std::shared_ptr<UICollectionViewDataSource> screen;
     long row;
-    std::string files;  // as the plain text of the drag
+    std::string files;  // the drag's plain text; "*name": a picture written out under that name
+  } cases[] = {
+      {pictures, 0, fileOf("P1/L0/001")}, {pictures, 1, fileOf("V1/L0/001")}, {pictures, 2, "*IMG_3.jpg"},
+      {pictures, 3, ""},  // past the last row
+      {albums, 0, ""},
+      {songs, 0, MediaLibrarySource::current()->songs()[0]->backingPath},
+      {documents, 0, document}, {documents, 1, ""},  // the second file went
+      {recents, 0, fileOf("V1/L0/001")},
+      {std::make_shared<HomeViewController>(), 0, fileOf("P1/L0/001")},
   };
-  const Case cases[] = {
-      {"a picture", pictures, 0, fileOf("P1/L0/001")},
-      {"a video", pictures, 1, fileOf("V1/L0/001")},
-      {"past the last row", pictures, 2, ""},
-      {"an album", albums, 0, ""},
-      {"a song", songs, 0, song},
-      {"a document", documents, 0, document},
-      {"a recent video", recents, 0, fileOf("V1/L0/001")},
-      {"a recent document", recents, 1, document},
-      {"a recent picture on home", home, 0, fileOf("P1/L0/001")},
-  };
+  auto collection = std::make_shared<UICollectionView>();
   for (const auto& c : cases) {
-    auto collection = collectionOf(c.screen);
-    EXPECT_EQ(dragged(*collection, c.row), c.files) << c.what;
-    EXPECT_EQ(mayDrag(*collection, c.row), !c.files.empty()) << c.what;
+    collection->setDataSource(c.screen);
+    auto text = dragMimeData(*collection, c.row).value(QStringLiteral("text/plain")).toString().toStdString();
+    if (c.files.starts_with('*')) {
+      EXPECT_TRUE(text.starts_with(platform.home() + "/nimbrel-share-") && text.ends_with("/" + c.files.substr(1))) << text;
+    } else {
+      EXPECT_EQ(text, c.files) << "case " << &c - cases;
+    }
+    EXPECT_EQ(mayDrag(*collection, c.row), c.row < 3 && c.screen != albums) << "case " << &c - cases;
   }
-
   ShareActivities::install(nullptr);
-  EXPECT_FALSE(mayDrag(*collectionOf(documents), 0)) << "the sim hands out no files";
-  EXPECT_TRUE(dragMimeData(*collectionOf(documents), 0).isEmpty());
+  EXPECT_TRUE(dragMimeData(*collection, 0).isEmpty() && !mayDrag(*collection, 0)) << "the sim hands out no files";
+  AppData::shared()->recentFiles.clear();
 }
 
-TEST_F(DragOutTest, ADragFromASelectedCellTakesTheSelectionAndAnyOtherDragItsOwnCell) {
-  auto screen = std::make_shared<ImagesVC>();
-  screen->isAlBumsDisplay = false;
-  screen->photoViewModel = assets({"P1/L0/001", "V1/L0/001", "P2/L0/001"});
-  auto collection = collectionOf(screen);
-  collection->selectItemAtIndexPath({0, 2}, false);
-  collection->selectItemAtIndexPath({0, 0}, false);
-  EXPECT_EQ(draggedRows(*collection, 0), std::vector<long>{0}) << "outside selection mode";
-  screen->photoViewModel->isMultipleSelectionEnabled = true;
-  EXPECT_EQ(draggedRows(*collection, 2), (std::vector<long>{0, 2}));
-  EXPECT_EQ(draggedRows(*collection, 1), std::vector<long>{1});
-  EXPECT_EQ(dragged(*collection, 2), fileOf("P1/L0/001") + "\n" + fileOf("P2/L0/001"));
-}
-
-// The grid's cells on the desktop: what a mouse drag from a selected cell would carry.
 class DragOutSceneTest : public SceneTest {};
 
+// What a mouse drag from the grid's second cell carries, alone and with the selection.
 TEST_F(DragOutSceneTest, ADragFromTheSelectionCarriesItsFilesAsAUriListForACopy) {
   start({390, 844}, kLibrary);
   installDesktopActivities(platform_->home());
-  auto screen = std::dynamic_pointer_cast<ImagesVC>(
-      UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("ImagesVC"));
-  ASSERT_TRUE(screen);
-  screen->mediatype = MediaTypes::image;
+  auto screen = std::dynamic_pointer_cast<ImagesVC>(UIStoryboard::storyboardWithName("Main").instantiateViewControllerWithIdentifier("ImagesVC"));
   screen->albums = albumsForMediaType(MediaTypes::image);
   nav()->pushViewController(screen, true);
   wait(0.6);
   screen->openAlbumAtRow(0);
   wait(0.3);
-  ASSERT_EQ(screen->photoViewModel->items.size(), 2u) << "the album's pictures";
-  ASSERT_FALSE(touchCollection(*screen->albumsCollectionView, 0, true)) << "a long press selects the first";
-  ASSERT_FALSE(touchCollection(*screen->albumsCollectionView, 1, false)) << "a tap adds the second";
-  wait(0.2);
-
-  QQuickItem* second = nullptr;
-  std::function<void(QQuickItem*)> visit = [&](QQuickItem* at) {
-    if (at->objectName() == QLatin1String("cellTouch") && at->isVisible() && at->property("row").toInt() == 1) second = at;
-    for (auto* child : at->childItems()) visit(child);
+  ASSERT_TRUE(item("cellTouch1")) << "the album's pictures, newest first";
+  auto drag = [&](const char* property) {
+    QVariant ready;
+    EXPECT_TRUE(QMetaObject::invokeMethod(item("cellTouch1"), "prepareDrag", Q_RETURN_ARG(QVariant, ready)) && ready.toBool());
+    return QQmlProperty(item("cellTouch1"), QString::fromLatin1(property), qmlContext(item("cellTouch1"))).read();
   };
-  visit(window_->contentItem());
-  ASSERT_TRUE(second);
-  auto attached = [&](const char* name) { return QQmlProperty(second, QString::fromLatin1(name), qmlContext(second)).read(); };
-  EXPECT_EQ(attached("Drag.supportedActions").toInt(), int(Qt::CopyAction));
-  EXPECT_EQ(attached("Drag.dragType").toInt(), 1) << "Drag.Automatic: the session's own drag";
-  QVariant ready;
-  ASSERT_TRUE(QMetaObject::invokeMethod(second, "prepareDrag", Q_RETURN_ARG(QVariant, ready)));
-  EXPECT_TRUE(ready.toBool());
-
-  // Newest first: the second row is the first picture.
-  auto uri = [](const std::string& asset) { return QUrl::fromLocalFile(QString::fromStdString(fileOf(asset))).toEncoded(); };
-  QVariantMap data = attached("Drag.mimeData").toMap();
-  EXPECT_EQ(data.value(QStringLiteral("text/uri-list")).toString().toUtf8(), uri("P2/L0/001") + "\r\n" + uri("P1/L0/001") + "\r\n");
-  EXPECT_EQ(data.value(QStringLiteral("x-special/gnome-copied-files")).toString().toUtf8(),
-            "copy\n" + uri("P2/L0/001") + "\n" + uri("P1/L0/001"));
-  EXPECT_EQ(data.value(QStringLiteral("text/plain")).toString().toStdString(),
-            fileOf("P2/L0/001") + "\n" + fileOf("P1/L0/001"));
+  auto data = [&](const char* format) { return drag("Drag.mimeData").toMap().value(QString::fromLatin1(format)).toString(); };
+  EXPECT_EQ(drag("Drag.supportedActions").toInt(), int(Qt::CopyAction));
+  EXPECT_EQ(drag("Drag.dragType").toInt(), 1) << "Drag.Automatic: the session's own drag";
+  ASSERT_FALSE(touchCollection(*screen->albumsCollectionView, 0, true));
+  wait(0.2);
+  EXPECT_EQ(data("text/plain").toStdString(), fileOf("P1/L0/001")) << "a cell outside the selection goes alone";
+  ASSERT_FALSE(touchCollection(*screen->albumsCollectionView, 1, false));
+  wait(0.2);
+  auto uri = [](const char* asset) { return QUrl::fromLocalFile(QString::fromStdString(fileOf(asset))).toString(QUrl::FullyEncoded); };
+  EXPECT_EQ(data("text/uri-list"), uri("P2/L0/001") + "\r\n" + uri("P1/L0/001") + "\r\n");
+  EXPECT_EQ(data("x-special/gnome-copied-files"), "copy\n" + uri("P2/L0/001") + "\n" + uri("P1/L0/001"));
+  EXPECT_EQ(data("text/plain").toStdString(), fileOf("P2/L0/001") + "\n" + fileOf("P1/L0/001"));
 }
 
 }  // namespace

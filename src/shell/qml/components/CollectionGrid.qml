@@ -60,7 +60,7 @@ GridView {
         Binding { target: loader.item; property: "selected"; value: cell.selected; when: loader.status === Loader.Ready }
         Binding { target: loader.item; property: "row"; value: cell.row; when: loader.status === Loader.Ready }
         CellTouch {
-            objectName: "cellTouch"
+            objectName: "cellTouch" + cell.row
             anchors.fill: parent
             longPressEnabled: true
             collection: grid.collection
