@@ -7,7 +7,6 @@
 #include "app/core/File.h"
 #include "app/core/HomeViewController.h"
 #include "app/documents/DocumentVC.h"
-#include "app/history/HistoryScreen.h"
 #include "app/media/ImagesVC.h"
 #include "platform/uikit/ShareActivities.h"
 #include "platform/uikit/UICollectionView.h"
@@ -28,23 +27,15 @@ std::optional<URL> addressOf(const std::string& identifier) {
   return URL::withString(identifier);
 }
 
-// "Edit" on some screens turns on the item list's flag while the album list is on show: either
-// flag means the checkmarks show.
-template <class Screen>
-bool inSelectionMode(const Screen& screen) {
-  return screen.viewModel->isMultipleSelectionEnabled || screen.photoViewModel->isMultipleSelectionEnabled;
-}
-
 }  // namespace
 
 std::vector<long> draggedRows(const UICollectionView& collection, long row) {
   auto source = collection.dataSource();
-  bool selecting = false;
-  if (auto albums = dynamic_cast<const BrowseScreen<AlbumsViewModel>*>(source.get())) {
-    selecting = inSelectionMode(*albums);
-  } else if (auto photos = dynamic_cast<const BrowseScreen<PhotosViewModel>*>(source.get())) {
-    selecting = inSelectionMode(*photos);
-  }
+  auto screen = dynamic_cast<const BrowseScreen<AlbumsViewModel>*>(source.get());
+  // "Edit" on the documents turns on the item list's flag while the album list is on show:
+  // either flag means the checkmarks show.
+  bool selecting = screen && (screen->viewModel->isMultipleSelectionEnabled ||
+                              screen->photoViewModel->isMultipleSelectionEnabled);
   if (!selecting || !collection.isSelected({0, row})) return {row};
   std::vector<long> rows;
   for (const auto& path : collection.indexPathsForSelectedItems()) {
@@ -76,10 +67,6 @@ std::optional<URL> rowAddress(const UICollectionView& collection, long row) {
     const auto& items = documents->viewModel->items;
     if (!documents->isAlBumsDisplay || row < 0 || static_cast<size_t>(row) >= items.size()) return std::nullopt;
     return addressOf(items[static_cast<size_t>(row)]->item.identifier);
-  }
-  if (auto history = dynamic_cast<const HistoryScreen*>(screen)) {
-    const PhotoModel* model = history->isAlBumsDisplay ? photoAt(*history->viewModel, row) : nullptr;
-    return model ? addressOf(model->identifier) : std::nullopt;
   }
   return std::nullopt;
 }
