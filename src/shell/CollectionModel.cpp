@@ -6,6 +6,7 @@
 
 #include "automation/CollectionTouch.h"
 #include "platform/uikit/UICollectionView.h"
+#include "shell/DragOut.h"
 #include "shell/Snapshot.h"
 
 namespace nimbrel::shell {
@@ -210,6 +211,14 @@ bool CollectionModel::tap(int row) {
 bool CollectionModel::longPress(int row) {
   auto why = touchCollection(*collection_, row < 0 ? std::nullopt : std::optional<long>(row), true);
   return !why;
+}
+
+bool CollectionModel::draggable(int row) const {
+  return row >= 0 && row < count_ && mayDrag(*collection_, row);
+}
+
+QVariantMap CollectionModel::dragData(int row) const {
+  return row < 0 || row >= count_ ? QVariantMap() : dragMimeData(*collection_, row);
 }
 
 }  // namespace nimbrel::shell

@@ -51,6 +51,10 @@ class CollectionModel : public QAbstractListModel {
   // A person's touch on a row (-1: the gap), through the same path the automation protocol uses.
   Q_INVOKABLE bool tap(int row);
   Q_INVOKABLE bool longPress(int row);
+  // What a drag from a row carries out of the program (see DragOut.h); empty: no drag.
+  Q_INVOKABLE QVariantMap dragData(int row) const;
+  // Whether a drag may start from a row, asked at every press: the files are looked for later.
+  Q_INVOKABLE bool draggable(int row) const;
 
   // Reads the collection again now (the shell normally does this one turn after a change).
   void refreshNow();

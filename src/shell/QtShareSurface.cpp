@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <memory>
+
 #include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -34,7 +36,7 @@ void callBus(const QDBusMessage& message, std::function<void(bool)> answered) {
 
 }  // namespace
 
-void QtShareSurface::putOnClipboard(const std::vector<std::string>& uris, const std::string& text) {
+QMimeData* QtShareSurface::filesMimeData(const std::vector<std::string>& uris, const std::string& text) {
   auto* data = new QMimeData;
   QList<QUrl> urls;
   QByteArray copied = "copy";
@@ -48,7 +50,19 @@ void QtShareSurface::putOnClipboard(const std::vector<std::string>& uris, const 
     data->setData(QStringLiteral("x-special/gnome-copied-files"), copied);
   }
   data->setText(QString::fromStdString(text));
-  QGuiApplication::clipboard()->setMimeData(data);
+  return data;
+}
+
+QVariantMap QtShareSurface::filesMimeMap(const std::vector<std::string>& uris, const std::string& text) {
+  std::unique_ptr<QMimeData> data(filesMimeData(uris, text));
+  QVariantMap map;
+  // Drag.mimeData sends a string as UTF-8: these formats are ASCII and UTF-8 text.
+  for (const QString& format : data->formats()) map.insert(format, QString::fromUtf8(data->data(format)));
+  return map;
+}
+
+void QtShareSurface::putOnClipboard(const std::vector<std::string>& uris, const std::string& text) {
+  QGuiApplication::clipboard()->setMimeData(filesMimeData(uris, text));
 }
 
 void QtShareSurface::chooseFolder(std::function<void(std::optional<std::string>)> chosen) {

@@ -13,7 +13,10 @@
 #include "backends/desktop/FolderCopy.h"
 #include "backends/desktop/media/ImageCodec.h"
 #include "backends/desktop/media/MediaProbe.h"
+#include "platform/av/MediaURL.h"
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/photos/PHAsset.h"
+#include "platform/photos/PhotoLibrarySource.h"
 #include "platform/uikit/UserNotice.h"
 
 namespace nimbrel::desktop {
@@ -111,6 +114,56 @@ std::vector<std::string> DesktopShareActivities::files(const std::vector<ShareIt
   return out;
 }
 
+std::string DesktopShareActivities::fileBehind(const URL& url, std::string& pictures) const {
+  std::string path;
+  if (url.isFileURL()) {
+    path = url.path();
+  } else if (url.scheme() == "ipod-library") {
+    path = mediaFilePath(url);
+  } else if (url.scheme() == "assets-library") {
+    auto found = PHAsset::fetchAssetsWithALAssetURLs({url}, nullptr).firstObject();
+    const auto& record = found ? found->record() : nullptr;
+    auto library = PhotoLibrarySource::current();
+    if (!record || !library) return {};
+    if (record->mediaType == PHAssetMediaType::video) {
+      auto answer = library->video(*record);
+      if (answer.kind == PhotoLibrarySource::VideoAnswer::Kind::url) path = answer.path;
+    } else if (auto original = library->fullSizeImagePath(*record)) {
+      path = *original;
+    } else if (auto image = library->image(*record, {double(record->pixelWidth), double(record->pixelHeight)}, false)) {
+      return pictureFile(*image, pictures);
+    }
+  }
+  return !path.empty() && ::access(path.c_str(), F_OK) == 0 ? path : std::string{};
+}
+
+std::vector<std::string> DesktopShareActivities::filesBehind(const std::vector<ShareItem>& items) const {
+  std::vector<std::string> out;
+  std::string pictures;
+  for (const auto& item : items) {
+    std::string path;
+    if (auto url = std::get_if<URL>(&item)) {
+      path = fileBehind(*url, pictures);
+    } else if (auto image = std::get_if<UIImage>(&item)) {
+      path = pictureFile(*image, pictures);
+    }
+    if (!path.empty()) out.push_back(std::move(path));
+  }
+  return out;
+}
+
+ShareActivities::DraggedFiles DesktopShareActivities::handedOver(const std::vector<std::string>& files,
+                                                                 std::string text) {
+  if (text.empty()) {
+    for (const auto& f : files) text += (text.empty() ? "" : "\n") + f;
+  }
+  return {urisOf(files), std::move(text)};
+}
+
+ShareActivities::DraggedFiles DesktopShareActivities::dragFiles(const std::vector<ShareItem>& items) const {
+  return handedOver(filesBehind(items), {});
+}
+
 std::string DesktopShareActivities::savedMessage(int saved, int total, const std::string& folder) {
   std::string noun = total == 1 ? " item" : " items";
   if (saved == total) return "Saved " + std::to_string(saved) + noun + " to " + folder + ".";
@@ -139,11 +192,8 @@ bool DesktopShareActivities::perform(const std::string& name, const std::vector<
     for (const auto& item : items) {
       if (auto s = std::get_if<std::string>(&item)) text += (text.empty() ? "" : "\n") + *s;
     }
-    auto paths = files(items);
-    if (text.empty()) {
-      for (const auto& p : paths) text += (text.empty() ? "" : "\n") + p;
-    }
-    surface_->putOnClipboard(urisOf(paths), text);
+    auto copied = handedOver(files(items), std::move(text));
+    surface_->putOnClipboard(copied.uris, copied.text);
     return true;
   }
   auto paths = files(items);

@@ -37,6 +37,7 @@ class DesktopShareActivities : public ShareActivities {
   std::vector<std::string> names(const std::vector<ShareItem>& items) const override;
   bool perform(const std::string& name, const std::vector<ShareItem>& items,
                const std::optional<std::string>& folder) override;
+  DraggedFiles dragFiles(const std::vector<ShareItem>& items) const override;
 
   // The message at the end of a Save to…
   static std::string savedMessage(int saved, int total, const std::string& folder);
@@ -45,6 +46,13 @@ class DesktopShareActivities : public ShareActivities {
   // The items' files, pictures written out first.
   std::vector<std::string> files(const std::vector<ShareItem>& items) const;
   std::string pictureFile(const UIImage& image, std::string& folder) const;
+  // The files behind items dragged out of a list: a file URL's own, a song's, a photo-library
+  // item's (written out as Copy writes pictures when the library has it only as pixels), and
+  // pictures handed over as pixels. Missing files and text are left out.
+  std::vector<std::string> filesBehind(const std::vector<ShareItem>& items) const;
+  std::string fileBehind(const URL& url, std::string& pictures) const;
+  // The clipboard's and a drag's form of files: URIs, and `text` (else the paths) as text.
+  static DraggedFiles handedOver(const std::vector<std::string>& files, std::string text);
   static void saveInto(const std::string& folder, std::vector<std::string> files);
 
   std::shared_ptr<ShareSurface> surface_;

@@ -24,6 +24,15 @@ class ShareActivities {
   virtual bool perform(const std::string& name, const std::vector<ShareItem>& items,
                        const std::optional<std::string>& folder) = 0;
 
+  // What a drag of these items out of the program hands the session, in the form Copy puts on the
+  // clipboard: the files' URIs, and their paths as text. Empty where the platform hands out no
+  // files (the sim). URLs of songs and photo-library items count as the files behind them.
+  struct DraggedFiles {
+    std::vector<std::string> uris;
+    std::string text;
+  };
+  virtual DraggedFiles dragFiles(const std::vector<ShareItem>& items) const { return {}; }
+
   static std::shared_ptr<ShareActivities> current();  // may be null
   static void install(std::shared_ptr<ShareActivities> activities);
 };

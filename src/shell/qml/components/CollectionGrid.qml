@@ -59,11 +59,12 @@ GridView {
         Binding { target: loader.item; property: "outlets"; value: cell.outlets; when: loader.status === Loader.Ready }
         Binding { target: loader.item; property: "selected"; value: cell.selected; when: loader.status === Loader.Ready }
         Binding { target: loader.item; property: "row"; value: cell.row; when: loader.status === Loader.Ready }
-        Pressable {
+        CellTouch {
+            objectName: "cellTouch" + cell.row
             anchors.fill: parent
             longPressEnabled: true
-            onTapped: grid.collection.tap(cell.row)
-            onLongPressed: grid.collection.longPress(cell.row)
+            collection: grid.collection
+            row: cell.row
         }
     }
 }

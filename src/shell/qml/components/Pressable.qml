@@ -10,10 +10,12 @@ MouseArea {
     acceptedButtons: longPressEnabled ? (Qt.LeftButton | Qt.RightButton) : Qt.LeftButton
     pressAndHoldInterval: 450
     property bool held: false
-    onPressed: held = false
-    onPressAndHold: (mouse) => { if (longPressEnabled && mouse.button === Qt.LeftButton) { held = true; area.longPressed() } }
+    // Set by a surface whose press became a drag: that press is neither a tap nor a long press.
+    property bool dragged: false
+    onPressed: { held = false; dragged = false }
+    onPressAndHold: (mouse) => { if (longPressEnabled && !dragged && mouse.button === Qt.LeftButton) { held = true; area.longPressed() } }
     onClicked: (mouse) => {
-        if (held) return
+        if (held || dragged) return
         if (mouse.button === Qt.RightButton) area.longPressed()
         else area.tapped()
     }

@@ -135,7 +135,7 @@ SceneBase {
                         width: root.strip.model.itemWidth > 0 ? root.strip.model.itemWidth : 120
                         height: stripList.height
                         RecentFilesCell { anchors.fill: parent; outlets: stripCell.outlets; selected: stripCell.selected; row: stripCell.row }
-                        Pressable { anchors.fill: parent; onTapped: root.strip.model.tap(stripCell.row) }
+                        CellTouch { anchors.fill: parent; collection: root.strip.model; row: stripCell.row }
                     }
                 }
             }
