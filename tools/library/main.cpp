@@ -62,8 +62,7 @@ int runMediaHelper(char** argv) {
 }
 
 void printAlbums(LibraryIndex& index) {
-  std::map<std::string, int> perFolder;
-  for (const auto& a : index.assets()) perFolder[a.folder]++;
+  auto perFolder = index.assetCountsByFolder();
   for (const auto& album : index.albums()) {
     std::printf("  album %-30s %d\n", album.folder.c_str(), perFolder[album.folder]);
   }
@@ -86,6 +85,8 @@ int scan(const DesktopLocations& l, bool full, const char* argv0) {
     return 1;
   }
   std::printf("Pictures: %s\nVideos:   %s\nMusic:    %s\n", show(l.pictures), show(l.videos), show(l.music));
+  // A first index or a full scan reads files for sure.
+  if (full || index.assetCountsByFolder().empty()) reader->loadInBackground();
   auto photos = index.scanPhotos({l.pictures, l.videos}, full ? ScanDepth::full : ScanDepth::quick);
   auto music = l.music.empty() ? ScanReport{} : index.scanMusic(l.music);
   std::printf("photos and videos: %d images, %d videos, %d albums (%d read, %d unchanged, %d new, %d moved, %d gone) in %.3f s\n",

@@ -24,9 +24,8 @@ const MediaReader* LazyMediaReader::reader() const {
   return reader_;
 }
 
-bool LazyMediaReader::loaded() const {
-  // Only read after the threads that scan have been joined.
-  return reader_ != nullptr;
+void LazyMediaReader::loadInBackground() {
+  if (!loader_.joinable()) loader_ = std::jthread([this] { reader(); });
 }
 
 std::optional<MediaFacts> LazyMediaReader::image(const std::string& path) const {

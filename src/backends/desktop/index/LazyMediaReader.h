@@ -3,6 +3,7 @@
 #include <functional>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include "backends/desktop/index/MediaReader.h"
 
@@ -24,7 +25,9 @@ class LazyMediaReader : public MediaReader {
   std::optional<MediaFacts> video(const std::string& path) const override;
   std::optional<SongFacts> song(const std::string& path) const override;
 
-  bool loaded() const;
+  // Starts loading the module on a thread of its own, for a caller that knows files will be read:
+  // the load (tens of milliseconds) then overlaps the walk of the folders.
+  void loadInBackground();
 
  private:
   const MediaReader* reader() const;
@@ -33,6 +36,7 @@ class LazyMediaReader : public MediaReader {
   std::function<void(const std::string&)> failed_;
   mutable std::once_flag once_;
   mutable const MediaReader* reader_ = nullptr;
+  std::jthread loader_;  // last: joined before the rest goes
 };
 
 }  // namespace nimbrel::desktop

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cerrno>
@@ -235,19 +236,34 @@ std::optional<AssetRow> readAsset(const MediaReader& reader, const std::string& 
   return r;
 }
 
-std::vector<std::optional<AssetRow>> readAssets(const MediaReader& reader, const std::vector<const Found*>& files) {
+// Reads the files on every core and hands each row to `consume`, on the calling thread and in the
+// files' order, as soon as it is read: the index writes while the files are still being read.
+template <typename Consume>
+void readAssets(const MediaReader& reader, const std::vector<const Found*>& files, Consume consume) {
+  auto readOne = [&](std::size_t i) { return readAsset(reader, files[i]->path, *files[i]->folder, files[i]->st); };
+  // A few files are not worth a thread.
+  if (files.size() < 64) {
+    for (std::size_t i = 0; i < files.size(); ++i) consume(i, readOne(i));
+    return;
+  }
   std::vector<std::optional<AssetRow>> rows(files.size());
-  auto readFrom = [&](std::size_t first, std::size_t step) {
-    for (std::size_t i = first; i < files.size(); i += step) rows[i] = readAsset(reader, files[i]->path, *files[i]->folder, files[i]->st);
+  std::vector<std::atomic<bool>> ready(files.size());
+  std::atomic<std::size_t> next{0};
+  // Taken in order, so that the writer rarely waits for a row.
+  auto readMany = [&] {
+    for (std::size_t i; (i = next.fetch_add(1, std::memory_order_relaxed)) < files.size();) {
+      rows[i] = readOne(i);
+      ready[i].store(true, std::memory_order_release);
+      ready[i].notify_one();
+    }
   };
-  // A few files are not worth a thread; interleaved slices keep the threads' shares even.
   std::size_t threads = std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), 8);
-  if (files.size() < 64) threads = 1;
-  std::vector<std::thread> helpers;
-  for (std::size_t t = 1; t < threads; ++t) helpers.emplace_back(readFrom, t, threads);
-  readFrom(0, threads);
-  for (auto& helper : helpers) helper.join();
-  return rows;
+  std::vector<std::jthread> readers;
+  for (std::size_t t = 0; t < threads; ++t) readers.emplace_back(readMany);
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    ready[i].wait(false, std::memory_order_acquire);
+    consume(i, std::move(rows[i]));
+  }
 }
 
 bool isDirectory(const std::string& path) {
@@ -455,8 +471,8 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
     vanished[{row.device, row.inode, row.size, row.mtimeNs}] = &row;
   }
 
-  // Reading metadata takes the time: it happens before the write transaction is opened, on every
-  // core, since most of it is waiting for the kernel.
+  // Files that reappear elsewhere with the same device, inode, size and time have moved: they are
+  // not read again.
   struct Move {
     const AssetRow* from;
     const Found* to;
@@ -477,28 +493,12 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   }
   const std::size_t freshCount = toRead.size();
   toRead.insert(toRead.end(), changed.begin(), changed.end());
-  auto rows = readAssets(readerOf(reader_), toRead);
   report.parsed = static_cast<int>(toRead.size());
-
-  std::vector<AssetRow> inserts, updates;
-  std::vector<std::string> unreadable;
-  for (std::size_t i = 0; i < toRead.size(); ++i) {
-    if (!rows[i]) Diagnostics::report("Skipped " + printable(toRead[i]->path) + ": it cannot be read as a picture or a movie");
-    if (i < freshCount) {
-      if (rows[i]) {
-        rows[i]->id = newIdentifier();
-        inserts.push_back(std::move(*rows[i]));
-      }
-      continue;
-    }
-    const auto& old = known.at(toRead[i]->path);
-    if (rows[i]) {
-      rows[i]->id = old.id;
-      updates.push_back(std::move(*rows[i]));
-    } else {
-      unreadable.push_back(old.id);
-    }
-  }
+  // New identifiers are random: sorted and given in the files' order, each new row lands on the
+  // identifier index's page next to the last one written.
+  std::vector<std::string> newIds(freshCount);
+  for (auto& id : newIds) id = newIdentifier();
+  std::sort(newIds.begin(), newIds.end());
 
   SqliteTransaction tx(db_);
   auto insert = db_.prepare(
@@ -513,28 +513,41 @@ ScanReport LibraryIndex::scanPhotos(const std::vector<std::string>& givenRoots, 
   };
   auto remove = db_.prepare("DELETE FROM assets WHERE id = ?");
   auto unfavour = db_.prepare("DELETE FROM favourites WHERE id = ?");
-  for (const auto* g : gone) {
-    if (movedIds.count(g->id)) continue;
-    remove.bind(1, g->id).run();
-    unfavour.bind(1, g->id).run();
-    ++report.removed;
-  }
-  for (const auto& id : unreadable) {
+  auto forget = [&](const std::string& id) {
     remove.bind(1, id).run();
     unfavour.bind(1, id).run();
     ++report.removed;
+  };
+  for (const auto* g : gone) {
+    if (!movedIds.count(g->id)) forget(g->id);
   }
   auto move = db_.prepare("UPDATE assets SET path = ?, folder = ? WHERE id = ?");
   for (const auto& m : moves) {
     move.bind(1, m.to->path).bind(2, *m.to->folder).bind(3, m.from->id).run();
     ++report.moved;
   }
-  // New identifiers are random: in their order, each lands on the index's page next to the last.
-  std::sort(inserts.begin(), inserts.end(), [](const AssetRow& a, const AssetRow& b) { return a.id < b.id; });
-  for (const auto& r : inserts) write(r);
-  for (const auto& r : updates) write(r);
-  report.added = static_cast<int>(inserts.size());
-  report.updated = static_cast<int>(updates.size());
+  std::vector<std::string> unreadable;
+  std::size_t given = 0;
+  readAssets(readerOf(reader_), toRead, [&](std::size_t i, std::optional<AssetRow> row) {
+    if (!row) Diagnostics::report("Skipped " + printable(toRead[i]->path) + ": it cannot be read as a picture or a movie");
+    if (i < freshCount) {
+      if (row) {
+        row->id = newIds[given++];
+        write(*row);
+        ++report.added;
+      }
+      return;
+    }
+    const auto& old = known.at(toRead[i]->path);
+    if (!row) {
+      unreadable.push_back(old.id);
+      return;
+    }
+    row->id = old.id;
+    write(*row);
+    ++report.updated;
+  });
+  for (const auto& id : unreadable) forget(id);
 
   // Albums follow the folders; a folder is forgotten only when every root could be looked at.
   auto albumRows = albums();
@@ -681,6 +694,13 @@ std::vector<AlbumRow> LibraryIndex::albums() {
   std::vector<AlbumRow> out;
   auto s = db_.prepare("SELECT id, folder, seq FROM albums ORDER BY seq");
   while (s.step()) out.push_back({s.text(0), s.text(1), s.int64(2)});
+  return out;
+}
+
+std::map<std::string, int> LibraryIndex::assetCountsByFolder() {
+  std::map<std::string, int> out;
+  auto s = db_.prepare("SELECT folder, COUNT(*) FROM assets GROUP BY folder");
+  while (s.step()) out[s.text(0)] = static_cast<int>(s.int64(1));
   return out;
 }
 

@@ -84,6 +84,8 @@ class LibraryIndex {
 
   std::vector<AssetRow> assets();
   std::vector<AlbumRow> albums();
+  // How many pictures and movies each folder holds, by its relative path.
+  std::map<std::string, int> assetCountsByFolder();
   std::vector<SongRow> songs();
   std::optional<AssetRow> assetWithId(const std::string& id);
 
