@@ -7,6 +7,7 @@
 #include "app/core/File.h"
 #include "app/core/HomeViewController.h"
 #include "app/documents/DocumentVC.h"
+#include "app/history/HistoryScreen.h"
 #include "app/media/ImagesVC.h"
 #include "platform/uikit/ShareActivities.h"
 #include "platform/uikit/UICollectionView.h"
@@ -27,16 +28,22 @@ std::optional<URL> addressOf(const std::string& identifier) {
   return URL::withString(identifier);
 }
 
+// "Edit" on the documents and the history screens turns on the item list's flag while the album
+// list is on show: either flag means the checkmarks show.
+template <class Screen>
+bool selecting(const Screen* screen) {
+  return screen && (screen->viewModel->isMultipleSelectionEnabled || screen->photoViewModel->isMultipleSelectionEnabled);
+}
+
 }  // namespace
 
 std::vector<long> draggedRows(const UICollectionView& collection, long row) {
   auto source = collection.dataSource();
-  auto screen = dynamic_cast<const BrowseScreen<AlbumsViewModel>*>(source.get());
-  // "Edit" on the documents turns on the item list's flag while the album list is on show:
-  // either flag means the checkmarks show.
-  bool selecting = screen && (screen->viewModel->isMultipleSelectionEnabled ||
-                              screen->photoViewModel->isMultipleSelectionEnabled);
-  if (!selecting || !collection.isSelected({0, row})) return {row};
+  if (!selecting(dynamic_cast<const BrowseScreen<AlbumsViewModel>*>(source.get())) &&
+      !selecting(dynamic_cast<const BrowseScreen<PhotosViewModel>*>(source.get()))) {
+    return {row};
+  }
+  if (!collection.isSelected({0, row})) return {row};
   std::vector<long> rows;
   for (const auto& path : collection.indexPathsForSelectedItems()) {
     if (path.section == 0) rows.push_back(path.item);
@@ -62,6 +69,13 @@ std::optional<URL> rowAddress(const UICollectionView& collection, long row) {
   if (auto audio = dynamic_cast<const AudioVC*>(screen)) {
     const PhotoModel* model = audio->isAlBumsDisplay ? nullptr : photoAt(*audio->photoViewModel, row);
     return model ? addressOf(model->identifier) : std::nullopt;
+  }
+  if (auto history = dynamic_cast<const HistoryScreen*>(screen)) {
+    const auto& items = history->viewModel->items;
+    if (row < 0 || static_cast<size_t>(row) >= items.size() || items[static_cast<size_t>(row)]->item.name == "nativeAd") {
+      return std::nullopt;
+    }
+    return addressOf(items[static_cast<size_t>(row)]->item.identifier);
   }
   if (auto documents = dynamic_cast<const DocumentVC*>(screen)) {
     const auto& items = documents->viewModel->items;

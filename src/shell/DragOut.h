@@ -14,7 +14,7 @@ namespace nimbrel::shell {
 // What a drag out of a screen's collection takes along. The rows are the screen's: in selection
 // mode a drag from a selected cell takes every selected cell, any other drag its own cell. Each
 // row stands for the address the program itself keeps for it (a photo-library item's, a song's, a
-// document's, a recent file's on home), and the platform's share activities find the files behind
+// document's, a recent or favourite file's), and the platform's share activities find the files behind
 // those; the sim has none, so nothing is dragged there.
 std::vector<long> draggedRows(const UICollectionView& collection, long row);
 // None for an album, an ad, or a collection the rule does not know.

@@ -11,6 +11,7 @@
 #include "app/core/AppData.h"
 #include "app/core/HomeViewController.h"
 #include "app/documents/DocumentVC.h"
+#include "app/history/FavouriteFilesVC.h"
 #include "app/media/ImagesVC.h"
 #include "app/media/PhotoLibraryAccess.h"
 #include "automation/CollectionTouch.h"
@@ -57,6 +58,12 @@ TEST(DragOutTest, EachScreenHandsOverTheFilesBehindItsRows) {
   documents->viewModel = AlbumsViewModel::withModels({DocumentVC::documentModel(URL::fileURLWithPath(document)),
                                                       DocumentVC::documentModel(URL::fileURLWithPath(document + "~"))});
   AppData::shared()->recentFiles = {{*URL::withString(assetAddress("P1/L0/001", FileType::photo)), Date::now(), FileType::photo}};
+  auto favourites = std::make_shared<FavouriteFilesVC>();
+  PhotoModel favourite, ad;
+  favourite.identifier = URL::fileURLWithPath(document).absoluteString();
+  favourite.fileType = FileType::docs;
+  ad.name = "nativeAd";
+  favourites->viewModel = PhotosViewModel::withModels({favourite, ad});
 
   // Each row, and the drag's plain text ("*name": a picture written out under that name).
   auto collection = std::make_shared<UICollectionView>();
@@ -66,7 +73,8 @@ TEST(DragOutTest, EachScreenHandsOverTheFilesBehindItsRows) {
            {albums, 0, ""},
            {songs, 0, MediaLibrarySource::current()->songs()[0]->backingPath},
            {documents, 0, document}, {documents, 1, ""},  // the second file went
-           {std::make_shared<HomeViewController>(), 0, fileOf("P1/L0/001")}}) {
+           {std::make_shared<HomeViewController>(), 0, fileOf("P1/L0/001")},
+           {favourites, 0, document}, {favourites, 1, ""}}) {
     collection->setDataSource(screen);
     auto text = dragMimeData(*collection, row).value(QStringLiteral("text/plain")).toString().toStdString();
     if (files.starts_with('*')) {
@@ -74,7 +82,7 @@ TEST(DragOutTest, EachScreenHandsOverTheFilesBehindItsRows) {
     } else {
       EXPECT_EQ(text, files);
     }
-    EXPECT_EQ(mayDrag(*collection, row), screen != albums) << files;
+    EXPECT_EQ(mayDrag(*collection, row), screen != albums && !(screen == favourites && row == 1)) << files;
   }
   // Outside selection mode the collection holds every row selected; in it, a cell outside goes alone.
   collection->setDataSource(pictures);
